@@ -1,0 +1,23 @@
+#include "Quanda/QuandaDayOfGregorianWeek.h"
+
+#include <nlohmann/json.hpp>
+#include <ostream>
+#include <string>
+
+#include "Keel/KeelDecodingError.h"
+
+std::ostream& operator<<(std::ostream& stream, QuandaDayOfGregorianWeek day) {
+  return stream << caseName(day);
+}
+
+void nlohmann::adl_serializer<QuandaDayOfGregorianWeek>::to_json(nlohmann::json& json,
+                                                                 QuandaDayOfGregorianWeek day) {
+  json = std::string(caseName(day));
+}
+
+QuandaDayOfGregorianWeek nlohmann::adl_serializer<QuandaDayOfGregorianWeek>::from_json(
+    const nlohmann::json& json) {
+  const auto& text = json.get_ref<const nlohmann::json::string_t&>();
+  if (const auto day = makeDayOfGregorianWeek(std::string_view(text))) return *day;
+  throw KeelDecodingError("Unexpected value '" + text + "'");
+}
