@@ -58,6 +58,19 @@ std::optional<std::uint32_t> QuandaDateMasking::earliestDayCount(
     bool matching, std::uint32_t first, std::uint32_t last,
     QuandaDayOfGregorianWeek firstDayOfWeek) const {
   requireWindow(first, last);
+  return findEarliest(matching, first, last, firstDayOfWeek);
+}
+
+std::optional<std::uint32_t> QuandaDateMasking::latestDayCount(
+    bool matching, std::uint32_t first, std::uint32_t last,
+    QuandaDayOfGregorianWeek firstDayOfWeek) const {
+  requireWindow(first, last);
+  return findLatest(matching, first, last, firstDayOfWeek);
+}
+
+std::optional<std::uint32_t> QuandaDateMasking::findEarliest(
+    bool matching, std::uint32_t first, std::uint32_t last,
+    QuandaDayOfGregorianWeek firstDayOfWeek) const {
   for (std::uint32_t day = first;; ++day) {
     if (matches(QuandaAbstractDate::makeFromDaysSinceDatum(day), firstDayOfWeek) == matching) {
       return day;
@@ -66,10 +79,9 @@ std::optional<std::uint32_t> QuandaDateMasking::earliestDayCount(
   }
 }
 
-std::optional<std::uint32_t> QuandaDateMasking::latestDayCount(
+std::optional<std::uint32_t> QuandaDateMasking::findLatest(
     bool matching, std::uint32_t first, std::uint32_t last,
     QuandaDayOfGregorianWeek firstDayOfWeek) const {
-  requireWindow(first, last);
   for (std::uint32_t day = last;; --day) {
     if (matches(QuandaAbstractDate::makeFromDaysSinceDatum(day), firstDayOfWeek) == matching) {
       return day;

@@ -77,14 +77,14 @@ class QuandaDateMasking {
   // ---- Search primitives ---------------------------------------------------------------------
 
   // The earliest (latest) day count in first...last whose answer to matches is `matching`, or
-  // nothing. Requires first <= last <= 3652058 (9999-12-31). The defaults test day by day; every
-  // mask of the library overrides them with a search over its own rule.
-  virtual std::optional<std::uint32_t> earliestDayCount(
-      bool matching, std::uint32_t first, std::uint32_t last,
-      QuandaDayOfGregorianWeek firstDayOfWeek) const;
-  virtual std::optional<std::uint32_t> latestDayCount(
-      bool matching, std::uint32_t first, std::uint32_t last,
-      QuandaDayOfGregorianWeek firstDayOfWeek) const;
+  // nothing. The window must satisfy first <= last <= 3652058 (9999-12-31); anything else is a
+  // programming error.
+  std::optional<std::uint32_t> earliestDayCount(bool matching, std::uint32_t first,
+                                                std::uint32_t last,
+                                                QuandaDayOfGregorianWeek firstDayOfWeek) const;
+  std::optional<std::uint32_t> latestDayCount(bool matching, std::uint32_t first,
+                                              std::uint32_t last,
+                                              QuandaDayOfGregorianWeek firstDayOfWeek) const;
 
   // ---- Identity and archive ------------------------------------------------------------------
 
@@ -104,6 +104,15 @@ class QuandaDateMasking {
   QuandaDateMasking() = default;
   QuandaDateMasking(const QuandaDateMasking&) = default;
   QuandaDateMasking& operator=(const QuandaDateMasking&) = default;
+
+  // What earliestDayCount and latestDayCount answer, for a window already checked. The defaults
+  // test day by day; every mask of the library overrides them with a search over its own rule.
+  virtual std::optional<std::uint32_t> findEarliest(bool matching, std::uint32_t first,
+                                                    std::uint32_t last,
+                                                    QuandaDayOfGregorianWeek firstDayOfWeek) const;
+  virtual std::optional<std::uint32_t> findLatest(bool matching, std::uint32_t first,
+                                                  std::uint32_t last,
+                                                  QuandaDayOfGregorianWeek firstDayOfWeek) const;
 };
 
 std::ostream& operator<<(std::ostream& stream, const QuandaDateMasking& mask);

@@ -5,8 +5,10 @@
 
 #include "Quanda/DateMasks/QuandaDateMaskJson.h"
 
-std::optional<std::uint32_t> QuandaDateRangeDateMask::earliestDayCount(
-    bool matching, std::uint32_t first, std::uint32_t last, QuandaDayOfGregorianWeek) const {
+std::optional<std::uint32_t> QuandaDateRangeDateMask::findEarliest(bool matching,
+                                                                   std::uint32_t first,
+                                                                   std::uint32_t last,
+                                                                   QuandaDayOfGregorianWeek) const {
   const std::uint32_t low = dateRangeInc_.trueMin().daysSinceDatum();
   const std::uint32_t high = dateRangeInc_.trueMax().daysSinceDatum();
   if (matching) {
@@ -17,8 +19,9 @@ std::optional<std::uint32_t> QuandaDateRangeDateMask::earliestDayCount(
   return high < last ? std::optional(high + 1) : std::nullopt;
 }
 
-std::optional<std::uint32_t> QuandaDateRangeDateMask::latestDayCount(
-    bool matching, std::uint32_t first, std::uint32_t last, QuandaDayOfGregorianWeek) const {
+std::optional<std::uint32_t> QuandaDateRangeDateMask::findLatest(bool matching, std::uint32_t first,
+                                                                 std::uint32_t last,
+                                                                 QuandaDayOfGregorianWeek) const {
   const std::uint32_t low = dateRangeInc_.trueMin().daysSinceDatum();
   const std::uint32_t high = dateRangeInc_.trueMax().daysSinceDatum();
   if (matching) {

@@ -29,13 +29,13 @@ class QuandaDateRangeDateMask final : public QuandaDateMaskBase<QuandaDateRangeD
     return dateRangeInc_.contains(date, KeelBoundsEligibility::inclusiveMinInclusiveMax);
   }
 
-  std::optional<std::uint32_t> earliestDayCount(bool matching, std::uint32_t first,
-                                                std::uint32_t last,
-                                                QuandaDayOfGregorianWeek) const override;
-  std::optional<std::uint32_t> latestDayCount(bool matching, std::uint32_t first,
-                                              std::uint32_t last,
-                                              QuandaDayOfGregorianWeek) const override;
+ protected:
+  std::optional<std::uint32_t> findEarliest(bool matching, std::uint32_t first, std::uint32_t last,
+                                            QuandaDayOfGregorianWeek) const override;
+  std::optional<std::uint32_t> findLatest(bool matching, std::uint32_t first, std::uint32_t last,
+                                          QuandaDayOfGregorianWeek) const override;
 
+ public:
   friend bool operator==(const QuandaDateRangeDateMask& lhs,
                          const QuandaDateRangeDateMask& rhs) noexcept {
     return lhs.dateRangeInc_ == rhs.dateRangeInc_;

@@ -20,8 +20,10 @@ QuandaDayCycleDateMask::QuandaDayCycleDateMask(std::uint32_t anchorDaysSinceDatu
       days_(makeDays(days)),
       residue_(anchorDaysSinceDatum % days_.length()) {}
 
-std::optional<std::uint32_t> QuandaDayCycleDateMask::earliestDayCount(
-    bool matching, std::uint32_t first, std::uint32_t last, QuandaDayOfGregorianWeek) const {
+std::optional<std::uint32_t> QuandaDayCycleDateMask::findEarliest(bool matching,
+                                                                  std::uint32_t first,
+                                                                  std::uint32_t last,
+                                                                  QuandaDayOfGregorianWeek) const {
   if (!days_.containsValue(matching)) return std::nullopt;
   std::uint32_t day = first;
   if (day < residue_) {
@@ -36,8 +38,9 @@ std::optional<std::uint32_t> QuandaDayCycleDateMask::earliestDayCount(
   return static_cast<std::uint32_t>(found);
 }
 
-std::optional<std::uint32_t> QuandaDayCycleDateMask::latestDayCount(
-    bool matching, std::uint32_t first, std::uint32_t last, QuandaDayOfGregorianWeek) const {
+std::optional<std::uint32_t> QuandaDayCycleDateMask::findLatest(bool matching, std::uint32_t first,
+                                                                std::uint32_t last,
+                                                                QuandaDayOfGregorianWeek) const {
   if (!days_.containsValue(matching)) return std::nullopt;
   if (last >= residue_) {
     const std::int64_t found =

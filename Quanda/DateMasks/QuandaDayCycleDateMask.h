@@ -48,13 +48,13 @@ class QuandaDayCycleDateMask final : public QuandaDateMaskBase<QuandaDayCycleDat
     return days_[indexOf(date.daysSinceDatum())];
   }
 
-  std::optional<std::uint32_t> earliestDayCount(bool matching, std::uint32_t first,
-                                                std::uint32_t last,
-                                                QuandaDayOfGregorianWeek) const override;
-  std::optional<std::uint32_t> latestDayCount(bool matching, std::uint32_t first,
-                                              std::uint32_t last,
-                                              QuandaDayOfGregorianWeek) const override;
+ protected:
+  std::optional<std::uint32_t> findEarliest(bool matching, std::uint32_t first, std::uint32_t last,
+                                            QuandaDayOfGregorianWeek) const override;
+  std::optional<std::uint32_t> findLatest(bool matching, std::uint32_t first, std::uint32_t last,
+                                          QuandaDayOfGregorianWeek) const override;
 
+ public:
   friend bool operator==(const QuandaDayCycleDateMask& lhs,
                          const QuandaDayCycleDateMask& rhs) noexcept {
     return lhs.anchorDaysSinceDatum_ == rhs.anchorDaysSinceDatum_ && lhs.days_ == rhs.days_;

@@ -10,13 +10,15 @@ std::uint8_t wantedBits(QuandaDayOfGregorianWeekSet days, bool matching) {
 }
 }  // namespace
 
-std::optional<std::uint32_t> QuandaDaysOfWeekDateMask::earliestDayCount(
+std::optional<std::uint32_t> QuandaDaysOfWeekDateMask::findEarliest(
     bool matching, std::uint32_t first, std::uint32_t last, QuandaDayOfGregorianWeek) const {
   return quanda_detail::earliestWeekday(wantedBits(daysOfWeek_, matching), first, last);
 }
 
-std::optional<std::uint32_t> QuandaDaysOfWeekDateMask::latestDayCount(
-    bool matching, std::uint32_t first, std::uint32_t last, QuandaDayOfGregorianWeek) const {
+std::optional<std::uint32_t> QuandaDaysOfWeekDateMask::findLatest(bool matching,
+                                                                  std::uint32_t first,
+                                                                  std::uint32_t last,
+                                                                  QuandaDayOfGregorianWeek) const {
   return quanda_detail::latestWeekday(wantedBits(daysOfWeek_, matching), first, last);
 }
 

@@ -32,13 +32,13 @@ class QuandaDaysOfWeekDateMask final : public QuandaDateMaskBase<QuandaDaysOfWee
     return daysOfWeek_.containsOrdinal(date.daysSinceDatum() % 7);
   }
 
-  std::optional<std::uint32_t> earliestDayCount(bool matching, std::uint32_t first,
-                                                std::uint32_t last,
-                                                QuandaDayOfGregorianWeek) const override;
-  std::optional<std::uint32_t> latestDayCount(bool matching, std::uint32_t first,
-                                              std::uint32_t last,
-                                              QuandaDayOfGregorianWeek) const override;
+ protected:
+  std::optional<std::uint32_t> findEarliest(bool matching, std::uint32_t first, std::uint32_t last,
+                                            QuandaDayOfGregorianWeek) const override;
+  std::optional<std::uint32_t> findLatest(bool matching, std::uint32_t first, std::uint32_t last,
+                                          QuandaDayOfGregorianWeek) const override;
 
+ public:
   friend bool operator==(const QuandaDaysOfWeekDateMask& lhs,
                          const QuandaDaysOfWeekDateMask& rhs) noexcept {
     return lhs.daysOfWeek_ == rhs.daysOfWeek_;

@@ -24,7 +24,7 @@ std::optional<std::uint32_t> later(std::optional<std::uint32_t> a, std::optional
 // A match is a wanted weekday inside a week whose entry is true: find the first such week, then
 // the first wanted weekday in it. Only the first week found can be cut short (by `first`), so the
 // second week found always holds one.
-std::optional<std::uint32_t> QuandaDaysOfWeeksDateMask::earliestDayCount(
+std::optional<std::uint32_t> QuandaDaysOfWeeksDateMask::findEarliest(
     bool matching, std::uint32_t first, std::uint32_t last,
     QuandaDayOfGregorianWeek firstDayOfWeek) const {
   const std::uint32_t start = std::max(first, cycle_.firstDayWithEntry(firstDayOfWeek));
@@ -51,7 +51,7 @@ std::optional<std::uint32_t> QuandaDaysOfWeeksDateMask::earliestDayCount(
   return std::nullopt;
 }
 
-std::optional<std::uint32_t> QuandaDaysOfWeeksDateMask::latestDayCount(
+std::optional<std::uint32_t> QuandaDaysOfWeeksDateMask::findLatest(
     bool matching, std::uint32_t first, std::uint32_t last,
     QuandaDayOfGregorianWeek firstDayOfWeek) const {
   const std::uint32_t start = std::max(first, cycle_.firstDayWithEntry(firstDayOfWeek));

@@ -43,13 +43,13 @@ class QuandaDaysOfWeeksDateMask final : public QuandaDateMaskBase<QuandaDaysOfWe
     return cycle_.entryOf(day, firstDayOfWeek) && daysOfWeek_.containsOrdinal(day % 7);
   }
 
-  std::optional<std::uint32_t> earliestDayCount(
-      bool matching, std::uint32_t first, std::uint32_t last,
-      QuandaDayOfGregorianWeek firstDayOfWeek) const override;
-  std::optional<std::uint32_t> latestDayCount(
-      bool matching, std::uint32_t first, std::uint32_t last,
-      QuandaDayOfGregorianWeek firstDayOfWeek) const override;
+ protected:
+  std::optional<std::uint32_t> findEarliest(bool matching, std::uint32_t first, std::uint32_t last,
+                                            QuandaDayOfGregorianWeek firstDayOfWeek) const override;
+  std::optional<std::uint32_t> findLatest(bool matching, std::uint32_t first, std::uint32_t last,
+                                          QuandaDayOfGregorianWeek firstDayOfWeek) const override;
 
+ public:
   friend bool operator==(const QuandaDaysOfWeeksDateMask& lhs,
                          const QuandaDaysOfWeeksDateMask& rhs) noexcept {
     return lhs.daysOfWeek_ == rhs.daysOfWeek_ && lhs.cycle_ == rhs.cycle_;

@@ -18,17 +18,17 @@ class QuandaEveryDayDateMask final : public QuandaDateMaskBase<QuandaEveryDayDat
 
   bool matches(QuandaAbstractDate, QuandaDayOfGregorianWeek) const override { return true; }
 
-  std::optional<std::uint32_t> earliestDayCount(bool matching, std::uint32_t first,
-                                                std::uint32_t last,
-                                                QuandaDayOfGregorianWeek) const override {
+ protected:
+  std::optional<std::uint32_t> findEarliest(bool matching, std::uint32_t first, std::uint32_t last,
+                                            QuandaDayOfGregorianWeek) const override {
     return matching && first <= last ? std::optional(first) : std::nullopt;
   }
-  std::optional<std::uint32_t> latestDayCount(bool matching, std::uint32_t first,
-                                              std::uint32_t last,
-                                              QuandaDayOfGregorianWeek) const override {
+  std::optional<std::uint32_t> findLatest(bool matching, std::uint32_t first, std::uint32_t last,
+                                          QuandaDayOfGregorianWeek) const override {
     return matching && first <= last ? std::optional(last) : std::nullopt;
   }
 
+ public:
   friend bool operator==(const QuandaEveryDayDateMask&, const QuandaEveryDayDateMask&) noexcept {
     return true;
   }

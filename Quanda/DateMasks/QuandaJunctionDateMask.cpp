@@ -90,7 +90,7 @@ QuandaJunctionDateMask<junction>::QuandaJunctionDateMask(Masks masks) : masks_(s
 }
 
 template <QuandaJunction junction>
-std::optional<std::uint32_t> QuandaJunctionDateMask<junction>::earliestDayCount(
+std::optional<std::uint32_t> QuandaJunctionDateMask<junction>::findEarliest(
     bool matching, std::uint32_t first, std::uint32_t last,
     QuandaDayOfGregorianWeek firstDayOfWeek) const {
   return needsEvery(matching) ? earliestOfEvery(masks_, matching, first, last, firstDayOfWeek)
@@ -98,7 +98,7 @@ std::optional<std::uint32_t> QuandaJunctionDateMask<junction>::earliestDayCount(
 }
 
 template <QuandaJunction junction>
-std::optional<std::uint32_t> QuandaJunctionDateMask<junction>::latestDayCount(
+std::optional<std::uint32_t> QuandaJunctionDateMask<junction>::findLatest(
     bool matching, std::uint32_t first, std::uint32_t last,
     QuandaDayOfGregorianWeek firstDayOfWeek) const {
   return needsEvery(matching) ? latestOfEvery(masks_, matching, first, last, firstDayOfWeek)

@@ -51,13 +51,13 @@ class QuandaJunctionDateMask final : public QuandaDateMaskBase<QuandaJunctionDat
     return junction == QuandaJunction::allOf;
   }
 
-  std::optional<std::uint32_t> earliestDayCount(
-      bool matching, std::uint32_t first, std::uint32_t last,
-      QuandaDayOfGregorianWeek firstDayOfWeek) const override;
-  std::optional<std::uint32_t> latestDayCount(
-      bool matching, std::uint32_t first, std::uint32_t last,
-      QuandaDayOfGregorianWeek firstDayOfWeek) const override;
+ protected:
+  std::optional<std::uint32_t> findEarliest(bool matching, std::uint32_t first, std::uint32_t last,
+                                            QuandaDayOfGregorianWeek firstDayOfWeek) const override;
+  std::optional<std::uint32_t> findLatest(bool matching, std::uint32_t first, std::uint32_t last,
+                                          QuandaDayOfGregorianWeek firstDayOfWeek) const override;
 
+ public:
   friend bool operator==(const QuandaJunctionDateMask& lhs, const QuandaJunctionDateMask& rhs) {
     if (lhs.masks_.size() != rhs.masks_.size()) return false;
     for (std::size_t index = 0; index < lhs.masks_.size(); ++index) {

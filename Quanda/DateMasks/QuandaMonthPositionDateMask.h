@@ -83,18 +83,18 @@ class QuandaMonthPositionDateMask final
     return (positions_.lowBits() >> (position / Rule::blockLength + 1)) & 1U;
   }
 
-  std::optional<std::uint32_t> earliestDayCount(bool matching, std::uint32_t first,
-                                                std::uint32_t last,
-                                                QuandaDayOfGregorianWeek) const override {
+ protected:
+  std::optional<std::uint32_t> findEarliest(bool matching, std::uint32_t first, std::uint32_t last,
+                                            QuandaDayOfGregorianWeek) const override {
     return quanda_detail::earliestMonthDay(matching, canAnswer(matching), first, last,
                                            wantedDays());
   }
-  std::optional<std::uint32_t> latestDayCount(bool matching, std::uint32_t first,
-                                              std::uint32_t last,
-                                              QuandaDayOfGregorianWeek) const override {
+  std::optional<std::uint32_t> findLatest(bool matching, std::uint32_t first, std::uint32_t last,
+                                          QuandaDayOfGregorianWeek) const override {
     return quanda_detail::latestMonthDay(matching, canAnswer(matching), first, last, wantedDays());
   }
 
+ public:
   friend bool operator==(const QuandaMonthPositionDateMask& lhs,
                          const QuandaMonthPositionDateMask& rhs) noexcept {
     return lhs.daysOfWeek_ == rhs.daysOfWeek_ && lhs.positions_ == rhs.positions_;

@@ -28,17 +28,18 @@ class QuandaNotDateMask final : public QuandaDateMaskBase<QuandaNotDateMask> {
     return !mask_->matches(date, firstDayOfWeek);
   }
 
-  std::optional<std::uint32_t> earliestDayCount(
+ protected:
+  std::optional<std::uint32_t> findEarliest(
       bool matching, std::uint32_t first, std::uint32_t last,
       QuandaDayOfGregorianWeek firstDayOfWeek) const override {
     return mask_->earliestDayCount(!matching, first, last, firstDayOfWeek);
   }
-  std::optional<std::uint32_t> latestDayCount(
-      bool matching, std::uint32_t first, std::uint32_t last,
-      QuandaDayOfGregorianWeek firstDayOfWeek) const override {
+  std::optional<std::uint32_t> findLatest(bool matching, std::uint32_t first, std::uint32_t last,
+                                          QuandaDayOfGregorianWeek firstDayOfWeek) const override {
     return mask_->latestDayCount(!matching, first, last, firstDayOfWeek);
   }
 
+ public:
   friend bool operator==(const QuandaNotDateMask& lhs, const QuandaNotDateMask& rhs) {
     return lhs.mask_->isEqual(*rhs.mask_);
   }

@@ -40,17 +40,18 @@ class QuandaWeekCycleDateMask final : public QuandaDateMaskBase<QuandaWeekCycleD
     return cycle_.entryOf(date.daysSinceDatum(), firstDayOfWeek);
   }
 
-  std::optional<std::uint32_t> earliestDayCount(
+ protected:
+  std::optional<std::uint32_t> findEarliest(
       bool matching, std::uint32_t first, std::uint32_t last,
       QuandaDayOfGregorianWeek firstDayOfWeek) const override {
     return cycle_.earliestDayWithEntry(matching, first, last, firstDayOfWeek);
   }
-  std::optional<std::uint32_t> latestDayCount(
-      bool matching, std::uint32_t first, std::uint32_t last,
-      QuandaDayOfGregorianWeek firstDayOfWeek) const override {
+  std::optional<std::uint32_t> findLatest(bool matching, std::uint32_t first, std::uint32_t last,
+                                          QuandaDayOfGregorianWeek firstDayOfWeek) const override {
     return cycle_.latestDayWithEntry(matching, first, last, firstDayOfWeek);
   }
 
+ public:
   friend bool operator==(const QuandaWeekCycleDateMask& lhs,
                          const QuandaWeekCycleDateMask& rhs) noexcept {
     return lhs.cycle_ == rhs.cycle_;
