@@ -28,6 +28,7 @@ class KeelDomain {
 
   // The lower bound for a value below it, the upper bound for a value above it, else the value.
   constexpr T clamp(const T& value) const {
+    // Written with < only, so that element types need nothing more than a strict order.
     if (value < trueMin()) return trueMin();
     if (trueMax() < value) return trueMax();
     return value;
@@ -39,11 +40,11 @@ class KeelDomain {
     const T& high = trueMax();
     switch (boundsEligibility) {
       case BoundsEligibility::inclusiveMinInclusiveMax:
-        return !(value < low) && !(high < value);
+        return low <= value && value <= high;
       case BoundsEligibility::inclusiveMinExclusiveMax:
-        return !(value < low) && value < high;
+        return low <= value && value < high;
       case BoundsEligibility::exclusiveMinInclusiveMax:
-        return low < value && !(high < value);
+        return low < value && value <= high;
       case BoundsEligibility::exclusiveMinExclusiveMax:
         return low < value && value < high;
     }
