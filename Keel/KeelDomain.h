@@ -28,7 +28,6 @@ class KeelDomain {
 
   // The lower bound for a value below it, the upper bound for a value above it, else the value.
   constexpr T clamp(const T& value) const {
-    // Written with < only, so that element types need nothing more than a strict order.
     if (value < trueMin()) return trueMin();
     if (trueMax() < value) return trueMax();
     return value;
