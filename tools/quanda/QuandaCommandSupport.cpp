@@ -1,6 +1,7 @@
 #include "tools/quanda/QuandaCommandSupport.h"
 
 #include <algorithm>
+#include <charconv>
 #include <ostream>
 
 #include "tools/quanda/QuandaCommand.h"

@@ -15,7 +15,6 @@
 // same printQuandaError.
 #pragma once
 
-#include <charconv>
 #include <concepts>
 #include <cstdint>
 #include <iosfwd>
