@@ -8,14 +8,6 @@ QuandaAppTime appTime(double interface, double logic) {
   return QuandaAppTime(QuandaInterfaceTimeInterval(interface), QuandaLogicTimeInterval(logic));
 }
 
-TEST(QuandaAppTimeTests, EqualityNeedsBothReadings) {
-  EXPECT_EQ(appTime(1.0, 2.0), appTime(1.0, 2.0));
-  EXPECT_NE(appTime(1.0, 2.0), appTime(1.0, 2.5));
-  EXPECT_NE(appTime(1.0, 2.0), appTime(1.5, 2.0));
-  EXPECT_EQ(appTime(1.0, 2.0).interfaceTimeInterval(), QuandaInterfaceTimeInterval(1.0));
-  EXPECT_EQ(appTime(1.0, 2.0).logicTimeInterval(), QuandaLogicTimeInterval(2.0));
-}
-
 TEST(QuandaAppTimeTests, EqualsNeedsBothReadingsWithinTolerance) {
   const KeelPrecision tolerance = KeelPrecision::coarse;
   EXPECT_TRUE(appTime(1.0, 2.0).equals(appTime(1.0009, 1.9991), tolerance));

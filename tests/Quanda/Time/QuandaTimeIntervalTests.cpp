@@ -62,13 +62,6 @@ TYPED_TEST(QuandaTimeIntervalTests, OrderingEqualityAndHash) {
   EXPECT_FALSE(T(nan) < T(0.0) || T(0.0) < T(nan));
 }
 
-TYPED_TEST(QuandaTimeIntervalTests, EqualsWithinTolerance) {
-  using T = TypeParam;
-  EXPECT_TRUE(T(100.0).equals(T(100.0009), KeelPrecision::coarse));
-  EXPECT_FALSE(T(100.0).equals(T(100.0011), KeelPrecision::coarse));
-  EXPECT_FALSE(T(100.0).equals(T(100.0009), KeelPrecision::exact));
-}
-
 TYPED_TEST(QuandaTimeIntervalTests, DomainFromDoublesAndItsRange) {
   using T = TypeParam;
   const KeelDomain<T> domain = makeTimeIntervalDomain<T>({5.0, 65.0});

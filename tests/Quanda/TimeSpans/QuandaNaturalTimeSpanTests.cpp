@@ -46,14 +46,6 @@ TEST(QuandaNaturalTimeSpanTests, AbsoluteDifferenceIsSymmetric) {
             QuandaNaturalTimeSpan(50));
 }
 
-TEST(QuandaNaturalTimeSpanTests, TotalsAreFractionsOfTheUnit) {
-  const QuandaNaturalTimeSpan span(90);
-  EXPECT_DOUBLE_EQ(span.totalMinutes(), 1.5);
-  EXPECT_DOUBLE_EQ(span.totalHours(), 0.025);
-  EXPECT_DOUBLE_EQ(QuandaNaturalTimeSpan(129600).totalDays(), 1.5);
-  EXPECT_DOUBLE_EQ(QuandaNaturalTimeSpan(302400).totalWeeks(), 0.5);
-}
-
 TEST(QuandaNaturalTimeSpanTests, RoundingRoundsHalvesUp) {
   struct Case {
     std::uint64_t seconds;

@@ -6,7 +6,6 @@
 #include <cmath>
 #include <functional>
 #include <limits>
-#include <sstream>
 #include <unordered_set>
 
 #include "Keel/KeelDomain.h"
@@ -60,15 +59,12 @@ using SpanKinds =
     ::testing::Types<QuandaNaturalTimeSpan, QuandaDiscreteTimeSpan, QuandaRealTimeSpan>;
 TYPED_TEST_SUITE(QuandaTimeSpanCommonTests, SpanKinds);
 
-TYPED_TEST(QuandaTimeSpanCommonTests, ZeroIsZeroAndTheAdditiveIdentity) {
+TYPED_TEST(QuandaTimeSpanCommonTests, SumsAccumulateFromZero) {
   using Span = TypeParam;
-  EXPECT_TRUE(Span::zero.isZero());
-  EXPECT_FALSE(Span(1).isZero());
-  EXPECT_EQ(Span(42) + Span::zero, Span(42));
   Span accumulated = Span::zero;
   accumulated += Span(40);
   accumulated += Span(2);
-  EXPECT_EQ(accumulated.seconds(), 42);
+  EXPECT_EQ(accumulated, Span(42));
 }
 
 TYPED_TEST(QuandaTimeSpanCommonTests, OrderingEqualityAndHashFollowSeconds) {
@@ -99,12 +95,6 @@ TYPED_TEST(QuandaTimeSpanCommonTests, ChronoRoundTrip) {
   EXPECT_EQ(span.seconds(), 120);
   EXPECT_EQ(span.toChrono(), std::chrono::seconds(120));
   EXPECT_EQ(Span(span.toChrono()), span);
-}
-
-TYPED_TEST(QuandaTimeSpanCommonTests, DescriptionIsSecondsWithUnit) {
-  std::ostringstream stream;
-  stream << TypeParam(3600);
-  EXPECT_EQ(stream.str(), "3600s");
 }
 
 // makeFromDouble floors for the whole-second kinds, so negative fractions move away from zero.
