@@ -9,6 +9,7 @@
 #include "Keel/KeelPrecondition.h"
 #include "Quanda/DateMasks/QuandaDateMaskJson.h"
 #include "Quanda/DateMasks/QuandaDateRangeDateMask.h"
+#include "Quanda/DateMasks/QuandaDateRangesDateMask.h"
 #include "Quanda/DateMasks/QuandaDayCycleDateMask.h"
 #include "Quanda/DateMasks/QuandaDaysOfMonthDateMask.h"
 #include "Quanda/DateMasks/QuandaDaysOfWeekDateMask.h"
@@ -38,21 +39,14 @@ constexpr std::pair<std::string_view, Decoder> entry() {
 }
 
 constexpr std::array decoders{
-    entry<QuandaEveryDayDateMask>(),
-    entry<QuandaDaysOfWeekDateMask>(),
-    entry<QuandaDaysOfMonthDateMask>(),
-    entry<QuandaReverseDaysOfMonthDateMask>(),
-    entry<QuandaWeeksOfMonthDateMask>(),
-    entry<QuandaReverseWeeksOfMonthDateMask>(),
-    entry<QuandaWeekdaysOfMonthDateMask>(),
-    entry<QuandaReverseWeekdaysOfMonthDateMask>(),
-    entry<QuandaDayCycleDateMask>(),
-    entry<QuandaWeekCycleDateMask>(),
-    entry<QuandaDaysOfWeeksDateMask>(),
-    entry<QuandaDateRangeDateMask>(),
-    entry<QuandaAllOfDateMask>(),
-    entry<QuandaAnyOfDateMask>(),
-    entry<QuandaNotDateMask>(),
+    entry<QuandaEveryDayDateMask>(),        entry<QuandaDaysOfWeekDateMask>(),
+    entry<QuandaDaysOfMonthDateMask>(),     entry<QuandaReverseDaysOfMonthDateMask>(),
+    entry<QuandaWeeksOfMonthDateMask>(),    entry<QuandaReverseWeeksOfMonthDateMask>(),
+    entry<QuandaWeekdaysOfMonthDateMask>(), entry<QuandaReverseWeekdaysOfMonthDateMask>(),
+    entry<QuandaDayCycleDateMask>(),        entry<QuandaWeekCycleDateMask>(),
+    entry<QuandaDaysOfWeeksDateMask>(),     entry<QuandaDateRangeDateMask>(),
+    entry<QuandaDateRangesDateMask>(),      entry<QuandaAllOfDateMask>(),
+    entry<QuandaAnyOfDateMask>(),           entry<QuandaNotDateMask>(),
 };
 
 // How deep the decoder is inside nested combinations, on this thread.

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "Quanda/DateMasks/QuandaDateRangeDateMask.h"
+#include "Quanda/DateMasks/QuandaDateRangesDateMask.h"
 #include "Quanda/DateMasks/QuandaDayCycleDateMask.h"
 #include "Quanda/DateMasks/QuandaDaysOfMonthDateMask.h"
 #include "Quanda/DateMasks/QuandaDaysOfWeekDateMask.h"
@@ -206,8 +207,33 @@ MaskCase randomMask(Kind kind, std::mt19937_64& random, std::uint32_t near, int 
               },
               noRestriction};
     }
-    case Kind::dateRanges:
-      break;
+    case Kind::dateRanges: {
+      // Ranges given in random order, some overlapping, touching or repeated.
+      const int count = std::uniform_int_distribution<int>(0, 6)(random);
+      std::vector<KeelClosedRange<QuandaAbstractDate>> ranges;
+      std::vector<std::pair<std::int64_t, std::int64_t>> bounds;
+      for (int index = 0; index < count; ++index) {
+        std::uint32_t low = randomDayNear(random, near, 300);
+        if (!bounds.empty() && chance(random, 0.2))
+          low = static_cast<std::uint32_t>(bounds.back().second + 1);
+        const std::uint32_t high =
+            std::min(lastDay, low + std::uniform_int_distribution<std::uint32_t>(0, 40)(random));
+        ranges.emplace_back(QuandaAbstractDate::makeFromDaysSinceDatum(low),
+                            QuandaAbstractDate::makeFromDaysSinceDatum(high));
+        bounds.emplace_back(low, high);
+        if (chance(random, 0.1)) {
+          ranges.push_back(ranges.back());
+          bounds.push_back(bounds.back());
+        }
+      }
+      return {std::make_shared<QuandaDateRangesDateMask>(ranges),
+              [bounds](const ReferenceDay& day, QuandaDayOfGregorianWeek) {
+                return std::any_of(bounds.begin(), bounds.end(), [&](const auto& range) {
+                  return day.daysSinceDatum >= range.first && day.daysSinceDatum <= range.second;
+                });
+              },
+              noRestriction};
+    }
     case Kind::allOf:
     case Kind::anyOf: {
       const int count = std::uniform_int_distribution<int>(depth > 1 ? 1 : 0, 3)(random);

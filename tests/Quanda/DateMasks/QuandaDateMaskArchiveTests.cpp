@@ -9,6 +9,7 @@
 #include "Keel/KeelDecodingError.h"
 #include "Quanda/DateMasks/QuandaDateMaskArchive.h"
 #include "Quanda/DateMasks/QuandaDateRangeDateMask.h"
+#include "Quanda/DateMasks/QuandaDateRangesDateMask.h"
 #include "Quanda/DateMasks/QuandaDayCycleDateMask.h"
 #include "Quanda/DateMasks/QuandaDaysOfMonthDateMask.h"
 #include "Quanda/DateMasks/QuandaDaysOfWeekDateMask.h"
@@ -51,6 +52,10 @@ TEST(QuandaDateMaskArchive, EachMaskWritesItsOwnShape) {
        R"({"anchorDate":20240103,"daysOfWeek":["monday","thursday"],"weeks":[true,false,false]})"},
       {std::make_shared<QuandaDateRangeDateMask>(KeelDomain(date(2024, 3, 31), date(2024, 3, 1))),
        R"({"dateRangeInc":{"max":20240301,"min":20240331}})"},
+      {std::make_shared<QuandaDateRangesDateMask>(std::vector<QuandaDateRangesDateMask::Range>{
+           {date(2024, 12, 24), date(2024, 12, 26)}, {date(2024, 7, 1), date(2024, 7, 14)}}),
+       R"({"dateRanges":[{"lowerBound":20240701,"upperBound":20240714},)"
+       R"({"lowerBound":20241224,"upperBound":20241226}]})"},
       {std::make_shared<QuandaNotDateMask>(mondays),
        R"({"mask":{"kind":"daysOfWeek","mask":["monday"]}})"},
       {std::make_shared<QuandaAnyOfDateMask>(
@@ -134,6 +139,10 @@ TEST(QuandaDateMaskArchive, BadInputIsADecodingErrorNeverACrash) {
        "Failed to create date from int"},
       {"range without max", R"({"kind": "dateRange", "mask": {"dateRangeInc": {"min": 20240101}}})",
        nullptr},
+      {"reversed closed range",
+       R"({"kind": "dateRanges", "mask": {"dateRanges": [{"lowerBound": 20240102, "upperBound": 20240101}]}})",
+       "Date range with lowerBound after upperBound"},
+      {"ranges not a list", R"({"kind": "dateRanges", "mask": {"dateRanges": 5}})", nullptr},
       {"bad inner mask", R"({"kind": "not", "mask": {"mask": {"kind": "nope", "mask": 1}}})",
        "Unknown date mask kind 'nope'"},
       {"masks not a list", R"({"kind": "allOf", "mask": {"masks": {}}})", nullptr},

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "Quanda/DateMasks/QuandaDateRangeDateMask.h"
+#include "Quanda/DateMasks/QuandaDateRangesDateMask.h"
 #include "Quanda/DateMasks/QuandaDayCycleDateMask.h"
 #include "Quanda/DateMasks/QuandaDaysOfMonthDateMask.h"
 #include "Quanda/DateMasks/QuandaDaysOfWeekDateMask.h"
@@ -210,6 +211,25 @@ TEST(QuandaDateMaskRules, DateRangeIncludesBothEnds) {
   EXPECT_NE(reversed, march);  // the bounds are kept as given
   const QuandaDateRangeDateMask oneDay(KeelDomain(date(2024, 3, 5), date(2024, 3, 5)));
   EXPECT_EQ(matchingDays(oneDay, 2024, 3), std::vector<int>{5});
+}
+
+TEST(QuandaDateMaskRules, DateRangesMatchAnyOfTheirRangesInAnyOrder) {
+  using Range = QuandaDateRangesDateMask::Range;
+  const QuandaDateRangesDateMask unordered({Range(date(2024, 3, 20), date(2024, 3, 22)),
+                                            Range(date(2024, 3, 1), date(2024, 3, 10)),
+                                            Range(date(2024, 3, 5), date(2024, 3, 6))});
+  const QuandaDateRangesDateMask ordered({Range(date(2024, 3, 1), date(2024, 3, 10)),
+                                          Range(date(2024, 3, 5), date(2024, 3, 6)),
+                                          Range(date(2024, 3, 20), date(2024, 3, 22))});
+  EXPECT_EQ(unordered, ordered);
+  EXPECT_EQ(matchingDays(unordered, 2024, 3),
+            (std::vector<int>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 20, 21, 22}));
+  EXPECT_EQ(unordered.nextMatch(date(2024, 3, 10), monday), date(2024, 3, 20));
+  EXPECT_EQ(QuandaNotDateMask(std::make_shared<QuandaDateRangesDateMask>(ordered))
+                .nextMatch(date(2024, 2, 29), monday),
+            date(2024, 3, 11));
+  EXPECT_EQ(matchingDays(QuandaDateRangesDateMask(std::vector<Range>{}), 2024, 3),
+            std::vector<int>{});
 }
 
 TEST(QuandaDateMaskRules, CombinationsReadLikeSentences) {

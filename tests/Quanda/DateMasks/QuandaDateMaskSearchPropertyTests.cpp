@@ -159,7 +159,8 @@ INSTANTIATE_TEST_SUITE_P(EveryKind, DateMaskSearchProperty,
                                          Kind::reverseWeeksOfMonth, Kind::weekdaysOfMonth,
                                          Kind::reverseWeekdaysOfMonth, Kind::dayCycle,
                                          Kind::weekCycle, Kind::daysOfWeeks, Kind::dateRange,
-                                         Kind::allOf, Kind::anyOf, Kind::negation),
+                                         Kind::dateRanges, Kind::allOf, Kind::anyOf,
+                                         Kind::negation),
                          kindName);
 
 }  // namespace
