@@ -249,7 +249,17 @@ TEST(QuandaAbstractNaturalTimeOfDay, AddsWithCarryIntoDays) {
   EXPECT_EQ(Time::makeFromMinutesSinceDayBegan(-1440).addingSeconds(0), Relative(1, Time::zero));
 }
 
+TEST(QuandaAbstractNaturalTimeOfDay, CombinesWithSpans) {
+  EXPECT_EQ(at(10, 0, 0) - at(12, 0, 0), QuandaDiscreteTimeSpan(-7200));
+  EXPECT_EQ(Time::maxInc - Time::zero, QuandaDiscreteTimeSpan(86399));
+  EXPECT_EQ(at(22, 0, 0) + QuandaDiscreteTimeSpan(3 * 3600), Relative(1, at(1, 0, 0)));
+  EXPECT_EQ(QuandaDiscreteTimeSpan(-1) + Time::zero, Relative(-1, Time::maxInc));
+  EXPECT_EQ(at(12, 0, 0) + QuandaNaturalTimeSpan(86400 * 2), Relative(2, at(12, 0, 0)));
+  EXPECT_EQ(QuandaNaturalTimeSpan(0) + at(12, 0, 0), Relative(at(12, 0, 0)));
+}
+
 TEST(QuandaAbstractNaturalTimeOfDayDeathTest, ArithmeticOverflowStops) {
+  EXPECT_DEATH(Time::zero + QuandaNaturalTimeSpan(std::uint64_t{1} << 63), "does not fit");
   EXPECT_DEATH(Time::zero.addingMinutes(std::numeric_limits<std::int64_t>::max()),
                "overflow in multiplication");
   EXPECT_DEATH(Time::maxInc.addingSeconds(std::numeric_limits<std::int64_t>::max()),

@@ -210,6 +210,12 @@ TEST(QuandaAbstractRealTimeOfDay, AddsWithCarryIntoDays) {
   EXPECT_EQ(at(12, 0, 0.0).adding({}), Relative(at(12, 0, 0.0)));
 }
 
+TEST(QuandaAbstractRealTimeOfDay, CombinesWithSpans) {
+  EXPECT_EQ(at(23, 59, 30.0) + QuandaRealTimeSpan(45.5), Relative(1, at(0, 0, 15.5)));
+  EXPECT_EQ(QuandaRealTimeSpan(-0.5) + Time::zero, Relative(-1, at(23, 59, 59.5)));
+  EXPECT_EQ(at(10, 0, 0.25) - at(12, 0, 0.0), QuandaRealTimeSpan(-7199.75));
+}
+
 TEST(QuandaAbstractRealTimeOfDay, ComparesExactlyOrWithinATolerance) {
   const Time a = at(10, 0, 0.0000001);
   const Time b = at(10, 0, 0.0);

@@ -75,6 +75,20 @@ TEST(QuandaAbstractRelativeDiscreteTimeOfDay, AddsToTheTotal) {
   EXPECT_EQ(Relative::makeFromDouble(86400.4), Relative(1, Time::zero));
 }
 
+TEST(QuandaAbstractRelativeDiscreteTimeOfDay, CombinesWithSpans) {
+  EXPECT_EQ(Relative(1, Time::zero) - Relative(0, at(23, 59, 59)), QuandaDiscreteTimeSpan(1));
+  EXPECT_EQ(Relative(int32Min, Time::zero) - Relative(int32Max, Time::maxInc),
+            QuandaDiscreteTimeSpan(-(std::int64_t{1} << 32) * 86400 + 1));
+  EXPECT_EQ(Relative(-1, at(23, 0, 0)) + QuandaNaturalTimeSpan(3600), Relative(Time::zero));
+  EXPECT_EQ(QuandaNaturalTimeSpan(1) + Relative(Time::maxInc), Relative(1, Time::zero));
+  EXPECT_EQ(Relative(Time::zero) + QuandaDiscreteTimeSpan(-86400), Relative(-1, Time::zero));
+}
+
+TEST(QuandaAbstractRelativeDiscreteTimeOfDayDeathTest, NaturalSpansBeyond63BitsStop) {
+  EXPECT_DEATH(Relative(Time::zero) + QuandaNaturalTimeSpan(std::uint64_t{1} << 63),
+               "does not fit");
+}
+
 TEST(QuandaAbstractRelativeDiscreteTimeOfDay, OrdersByTotalAndReplacesUnchanged) {
   EXPECT_LT(Relative(-1, at(23, 59, 59)), Relative(0, Time::zero));
   EXPECT_GT(Relative(1, Time::zero), Relative(0, Time::maxInc));
