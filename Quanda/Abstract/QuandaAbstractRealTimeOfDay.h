@@ -58,9 +58,9 @@ struct RealTimeOfDayTraits {
   static constexpr KeelDoubleDomain secondDomain =
       Quanda::SecondsIn::Gregorian::Minute::validSecondsWithSubSecondsDomainInc;
 
-  // Written as two comparisons so that NaN lies outside.
+  // NaN lies outside.
   static constexpr bool isValidSecond(Second second) noexcept {
-    return second >= secondDomain.min() && second <= secondDomain.max();
+    return secondDomain.contains(second);
   }
   // A NaN second cannot be clamped into anything: it is a programming error.
   static constexpr Second clampSecond(Second second) {
