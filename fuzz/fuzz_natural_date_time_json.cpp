@@ -22,8 +22,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   } catch (const KeelDecodingError&) {
     return 0;
   }
-  const auto again = nlohmann::json::parse(nlohmann::json(*dateTime).dump())
-                         .get<QuandaAbstractNaturalDateTime>();
+  const auto again =
+      nlohmann::json::parse(nlohmann::json(*dateTime).dump()).get<QuandaAbstractNaturalDateTime>();
   if (again != *dateTime) std::abort();
   return 0;
 }
