@@ -36,6 +36,8 @@
 #include "Keel/KeelScalarInterpolable.h"
 #include "Quanda/Abstract/QuandaTimeOfDayCore.h"
 #include "Quanda/QuandaConstants.h"
+#include "Quanda/TimeSpans/QuandaDiscreteTimeSpan.h"
+#include "Quanda/TimeSpans/QuandaNaturalTimeSpan.h"
 
 class QuandaAbstractNaturalTimeOfDay;
 class QuandaAbstractRelativeDiscreteTimeOfDay;
@@ -175,6 +177,24 @@ class QuandaAbstractNaturalTimeOfDay
   using Core::addingHours;
   using Core::addingMinutes;
   using Core::addingSeconds;
+
+  // time + span (either order) is addingSeconds(span.seconds()); a natural span of 2^63 seconds
+  // or more is a programming error. Defined with QuandaAbstractRelativeDiscreteTimeOfDay.
+  friend constexpr QuandaAbstractRelativeDiscreteTimeOfDay operator+(
+      QuandaAbstractNaturalTimeOfDay time, QuandaDiscreteTimeSpan span);
+  friend constexpr QuandaAbstractRelativeDiscreteTimeOfDay operator+(
+      QuandaDiscreteTimeSpan span, QuandaAbstractNaturalTimeOfDay time);
+  friend constexpr QuandaAbstractRelativeDiscreteTimeOfDay operator+(
+      QuandaAbstractNaturalTimeOfDay time, QuandaNaturalTimeSpan span);
+  friend constexpr QuandaAbstractRelativeDiscreteTimeOfDay operator+(
+      QuandaNaturalTimeSpan span, QuandaAbstractNaturalTimeOfDay time);
+  // The signed distance between two times of the same day, with no day carry:
+  // 10:00:00 - 12:00:00 is -7200 seconds.
+  friend constexpr QuandaDiscreteTimeSpan operator-(QuandaAbstractNaturalTimeOfDay lhs,
+                                                    QuandaAbstractNaturalTimeOfDay rhs) noexcept {
+    return QuandaDiscreteTimeSpan(std::int64_t{lhs.secondsSinceDayBegan()} -
+                                  std::int64_t{rhs.secondsSinceDayBegan()});
+  }
 
   // Present overrides are clamped into their fields' domains and replace the fields.
   using Core::replacing;

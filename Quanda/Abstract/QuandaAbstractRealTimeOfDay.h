@@ -35,6 +35,7 @@
 #include "Quanda/Abstract/QuandaAbstractNaturalTimeOfDay.h"
 #include "Quanda/Abstract/QuandaTimeOfDayCore.h"
 #include "Quanda/QuandaConstants.h"
+#include "Quanda/TimeSpans/QuandaRealTimeSpan.h"
 
 class QuandaAbstractRealTimeOfDay;
 class QuandaAbstractRelativeRealTimeOfDay;
@@ -57,9 +58,9 @@ struct RealTimeOfDayTraits {
   static constexpr KeelDoubleDomain secondDomain =
       Quanda::SecondsIn::Gregorian::Minute::validSecondsWithSubSecondsDomainInc;
 
-  // Written as two comparisons so that NaN lies outside.
+  // NaN lies outside.
   static constexpr bool isValidSecond(Second second) noexcept {
-    return second >= secondDomain.min() && second <= secondDomain.max();
+    return secondDomain.contains(second);
   }
   // A NaN second cannot be clamped into anything: it is a programming error.
   static constexpr Second clampSecond(Second second) {
@@ -156,6 +157,18 @@ class QuandaAbstractRealTimeOfDay
   using Core::addingHours;
   using Core::addingMinutes;
   using Core::addingSeconds;
+
+  // time + span (either order) is addingSeconds(span.seconds()). Defined with
+  // QuandaAbstractRelativeRealTimeOfDay.
+  friend inline QuandaAbstractRelativeRealTimeOfDay operator+(QuandaAbstractRealTimeOfDay time,
+                                                              QuandaRealTimeSpan span);
+  friend inline QuandaAbstractRelativeRealTimeOfDay operator+(QuandaRealTimeSpan span,
+                                                              QuandaAbstractRealTimeOfDay time);
+  // The difference of secondsSinceDayBegan(), with no day carry.
+  friend constexpr QuandaRealTimeSpan operator-(QuandaAbstractRealTimeOfDay lhs,
+                                                QuandaAbstractRealTimeOfDay rhs) noexcept {
+    return QuandaRealTimeSpan(lhs.secondsSinceDayBegan() - rhs.secondsSinceDayBegan());
+  }
 
   // Present overrides are clamped into their fields' domains (the second into 0 ...
   // 59.99999999999999) and replace the fields; a NaN second is a programming error.

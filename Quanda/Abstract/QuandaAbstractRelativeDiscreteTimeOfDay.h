@@ -36,6 +36,8 @@
 #include "Quanda/Abstract/QuandaAbstractNaturalTimeOfDay.h"
 #include "Quanda/Abstract/QuandaTimeOfDayCore.h"
 #include "Quanda/QuandaConstants.h"
+#include "Quanda/TimeSpans/QuandaDiscreteTimeSpan.h"
+#include "Quanda/TimeSpans/QuandaNaturalTimeSpan.h"
 
 namespace quanda_detail {
 
@@ -115,6 +117,30 @@ class QuandaAbstractRelativeDiscreteTimeOfDay
     return normalizing(keelNextDown(seconds()));
   }
 
+  // relative + span (either order) is addingSeconds(span.seconds()); a natural span of 2^63
+  // seconds or more is a programming error.
+  friend constexpr QuandaAbstractRelativeDiscreteTimeOfDay operator+(
+      QuandaAbstractRelativeDiscreteTimeOfDay relative, QuandaNaturalTimeSpan span) {
+    return relative.addingSeconds(keel::checkedNarrow<std::int64_t>(span.seconds()));
+  }
+  friend constexpr QuandaAbstractRelativeDiscreteTimeOfDay operator+(
+      QuandaNaturalTimeSpan span, QuandaAbstractRelativeDiscreteTimeOfDay relative) {
+    return relative + span;
+  }
+  friend constexpr QuandaAbstractRelativeDiscreteTimeOfDay operator+(
+      QuandaAbstractRelativeDiscreteTimeOfDay relative, QuandaDiscreteTimeSpan span) {
+    return relative.addingSeconds(span.seconds());
+  }
+  friend constexpr QuandaAbstractRelativeDiscreteTimeOfDay operator+(
+      QuandaDiscreteTimeSpan span, QuandaAbstractRelativeDiscreteTimeOfDay relative) {
+    return relative.addingSeconds(span.seconds());
+  }
+  // lhs.seconds() - rhs.seconds(): (1, 00:00:00) - (0, 23:59:59) is 1 second.
+  friend constexpr QuandaDiscreteTimeSpan operator-(QuandaAbstractRelativeDiscreteTimeOfDay lhs,
+                                                    QuandaAbstractRelativeDiscreteTimeOfDay rhs) {
+    return QuandaDiscreteTimeSpan(keel::checkedSubtract(lhs.seconds(), rhs.seconds()));
+  }
+
   // "08:00:00 same day", "01:00:00, +1 day", "23:30:00, -3 days".
   using Core::description;
 
@@ -147,6 +173,24 @@ QuandaAbstractRelativeDiscreteTimeOfDay::normalizing(std::int64_t seconds) {
   return QuandaAbstractRelativeDiscreteTimeOfDay(
       static_cast<std::int32_t>(days), QuandaAbstractNaturalTimeOfDay::makeFromSecondsSinceDayBegan(
                                            static_cast<std::uint32_t>(remainder)));
+}
+
+// The span arithmetic of the natural time of day, declared with it.
+constexpr QuandaAbstractRelativeDiscreteTimeOfDay operator+(QuandaAbstractNaturalTimeOfDay time,
+                                                            QuandaDiscreteTimeSpan span) {
+  return time.addingSeconds(span.seconds());
+}
+constexpr QuandaAbstractRelativeDiscreteTimeOfDay operator+(QuandaDiscreteTimeSpan span,
+                                                            QuandaAbstractNaturalTimeOfDay time) {
+  return time.addingSeconds(span.seconds());
+}
+constexpr QuandaAbstractRelativeDiscreteTimeOfDay operator+(QuandaAbstractNaturalTimeOfDay time,
+                                                            QuandaNaturalTimeSpan span) {
+  return time.addingSeconds(keel::checkedNarrow<std::int64_t>(span.seconds()));
+}
+constexpr QuandaAbstractRelativeDiscreteTimeOfDay operator+(QuandaNaturalTimeSpan span,
+                                                            QuandaAbstractNaturalTimeOfDay time) {
+  return time + span;
 }
 
 std::ostream& operator<<(std::ostream& stream, QuandaAbstractRelativeDiscreteTimeOfDay relative);

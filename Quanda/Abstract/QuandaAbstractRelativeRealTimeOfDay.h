@@ -30,6 +30,7 @@
 #include "Quanda/Abstract/QuandaAbstractRealTimeOfDay.h"
 #include "Quanda/Abstract/QuandaTimeOfDayCore.h"
 #include "Quanda/QuandaConstants.h"
+#include "Quanda/TimeSpans/QuandaRealTimeSpan.h"
 
 namespace quanda_detail {
 
@@ -112,6 +113,21 @@ class QuandaAbstractRelativeRealTimeOfDay
     return normalizing(std::nextafter(seconds(), -std::numeric_limits<double>::infinity()));
   }
 
+  // relative + span (either order) is addingSeconds(span.seconds()).
+  friend QuandaAbstractRelativeRealTimeOfDay operator+(QuandaAbstractRelativeRealTimeOfDay relative,
+                                                       QuandaRealTimeSpan span) {
+    return relative.addingSeconds(span.seconds());
+  }
+  friend QuandaAbstractRelativeRealTimeOfDay operator+(
+      QuandaRealTimeSpan span, QuandaAbstractRelativeRealTimeOfDay relative) {
+    return relative.addingSeconds(span.seconds());
+  }
+  // lhs.seconds() - rhs.seconds().
+  friend constexpr QuandaRealTimeSpan operator-(QuandaAbstractRelativeRealTimeOfDay lhs,
+                                                QuandaAbstractRelativeRealTimeOfDay rhs) noexcept {
+    return QuandaRealTimeSpan(lhs.seconds() - rhs.seconds());
+  }
+
   // "00:00:15.500000, +1 day"; the time as QuandaAbstractRealTimeOfDay writes it.
   using Core::description;
 
@@ -132,6 +148,16 @@ class QuandaAbstractRelativeRealTimeOfDay
 };
 
 static_assert(KeelScalarInterpolable<QuandaAbstractRelativeRealTimeOfDay>);
+
+// The span arithmetic of the real time of day, declared with it.
+inline QuandaAbstractRelativeRealTimeOfDay operator+(QuandaAbstractRealTimeOfDay time,
+                                                     QuandaRealTimeSpan span) {
+  return time.addingSeconds(span.seconds());
+}
+inline QuandaAbstractRelativeRealTimeOfDay operator+(QuandaRealTimeSpan span,
+                                                     QuandaAbstractRealTimeOfDay time) {
+  return time.addingSeconds(span.seconds());
+}
 
 std::ostream& operator<<(std::ostream& stream, QuandaAbstractRelativeRealTimeOfDay relative);
 

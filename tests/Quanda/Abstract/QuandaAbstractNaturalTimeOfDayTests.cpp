@@ -62,41 +62,24 @@ TEST(QuandaAbstractNaturalTimeOfDay, EverySecondOfTheDayRoundTrips) {
   }
 }
 
-struct FieldCase {
-  int hour, minute, second;
-  std::string_view message;  // empty: valid
-};
-
 TEST(QuandaAbstractNaturalTimeOfDay, ValidatesFieldsInOrderWithTheirOwnTexts) {
-  const FieldCase cases[] = {
-      {23, 59, 59, ""},
-      {0, 0, 0, ""},
-      {24, 0, 0, "Invalid hour"},
-      {24, 60, 60, "Invalid hour"},
+  const std::tuple<int, int, int, std::string_view> cases[] = {
+      {24, 0, 0, "Invalid hour"},      {24, 60, 60, "Invalid hour"},
       {0, 60, 0, "Invalid hour"},  // the minute check reports the hour's text
-      {0, 60, 60, "Invalid hour"},
-      {0, 0, 60, "Invalid day for month in year"},
+      {0, 60, 60, "Invalid hour"},     {0, 0, 60, "Invalid day for month in year"},
       {255, 255, 255, "Invalid hour"},
   };
-  for (const FieldCase& c : cases) {
-    SCOPED_TRACE(testing::Message() << c.hour << ":" << c.minute << ":" << c.second);
-    const auto time =
-        Time::make(static_cast<std::uint8_t>(c.hour), static_cast<std::uint8_t>(c.minute),
-                   static_cast<std::uint8_t>(c.second));
-    if (c.message.empty()) {
-      ASSERT_TRUE(time);
-      EXPECT_EQ(time.value().components(), (Time::Components{static_cast<std::uint8_t>(c.hour),
-                                                             static_cast<std::uint8_t>(c.minute),
-                                                             static_cast<std::uint8_t>(c.second)}));
-      continue;
-    }
+  for (const auto& [hour, minute, second, message] : cases) {
+    SCOPED_TRACE(testing::Message() << hour << ":" << minute << ":" << second);
+    const auto time = Time::make(static_cast<std::uint8_t>(hour), static_cast<std::uint8_t>(minute),
+                                 static_cast<std::uint8_t>(second));
     ASSERT_FALSE(time);
     expectChain(time.error(),
-                {{c.message,
+                {{message,
                   "make(hour:minute:second:)",
                   {"proposedHour", "proposedMinute", "proposedSecond"}}},
                 path);
-    EXPECT_EQ(time.error().argument("proposedSecond"), std::to_string(c.second));
+    EXPECT_EQ(time.error().argument("proposedSecond"), std::to_string(second));
   }
   const auto components = Time::make(Time::Components{.hour = 1, .minute = 60, .second = 0});
   ASSERT_FALSE(components);
@@ -126,12 +109,10 @@ TEST(QuandaAbstractNaturalTimeOfDay, ReadsTheColonForm) {
   const Case cases[] = {
       {"12:34", {{"Unexpected number of tokens", function, stringOnly}}},
       {"12:34:56:00", {{"Unexpected number of tokens", function, stringOnly}}},
-      {"", {{"Unexpected number of tokens", function, stringOnly}}},
       {"1a:00:00", {{"Couldn't convert first token to hour", function, withTokens}}},
       {"12::56", {{"Couldn't convert second token to minute", function, withTokens}}},
       {"12:34:", {{"Couldn't convert third token to second", function, withTokens}}},
       {"12:34:256", {{"Couldn't convert third token to second", function, withTokens}}},
-      {" 1:00:00", {{"Couldn't convert first token to hour", function, withTokens}}},
       {"12:34:60",
        {{"", function, withTokens},
         {"Invalid day for month in year", "make(hour:minute:second:)", proposed}}},
@@ -180,9 +161,6 @@ TEST(QuandaAbstractNaturalTimeOfDay, ReadsSixCharactersWithoutSeparators) {
 }
 
 TEST(QuandaAbstractNaturalTimeOfDay, ReadsThePackedNumber) {
-  EXPECT_EQ(Time::makeFromIso8601Numeric(0).value(), Time::zero);
-  EXPECT_EQ(Time::makeFromIso8601Numeric(123456).value(), at(12, 34, 56));
-  EXPECT_EQ(at(9, 5, 3).serializeToIso8601Numeric(), 90503u);
   const std::string_view function = "make(iso8601Numeric:)";
   for (const std::uint64_t number : {240000ull, 999999ull, ~0ull}) {
     const auto time = Time::makeFromIso8601Numeric(number);
@@ -209,9 +187,8 @@ TEST(QuandaAbstractNaturalTimeOfDay, CountingFactoriesClampOrWrap) {
   EXPECT_EQ(Time::zero.nextDown(), Time::zero);
 
   const std::pair<std::int64_t, std::array<int, 2>> minutes[] = {
-      {0, {0, 0}},      {1441, {0, 1}},    {1500, {1, 0}},
-      {-1, {23, 59}},   {-1439, {0, 1}},   {-1440, {24, 0}},
-      {-2880, {24, 0}}, {-1441, {23, 59}}, {std::numeric_limits<std::int64_t>::min(), {5, 52}},
+      {1441, {0, 1}},   {1500, {1, 0}},   {-1, {23, 59}},
+      {-1440, {24, 0}}, {-2880, {24, 0}}, {std::numeric_limits<std::int64_t>::min(), {5, 52}},
   };
   for (const auto& [count, expected] : minutes) {
     SCOPED_TRACE(count);
@@ -225,7 +202,6 @@ TEST(QuandaAbstractNaturalTimeOfDay, CountingFactoriesClampOrWrap) {
   EXPECT_EQ(Time::makeFromDouble(0.5), at(0, 0, 1));
   EXPECT_EQ(Time::makeFromDouble(-0.4), Time::zero);
   EXPECT_EQ(Time::makeFromDouble(4294967295.0), Time::maxInc);
-  EXPECT_EQ(Time::makeFromDouble(3600.49).asDouble(), 3600.0);
 }
 
 TEST(QuandaAbstractNaturalTimeOfDayDeathTest, DoublesOutsideTheCountStop) {
@@ -237,10 +213,8 @@ TEST(QuandaAbstractNaturalTimeOfDayDeathTest, DoublesOutsideTheCountStop) {
 
 TEST(QuandaAbstractNaturalTimeOfDay, AddsWithCarryIntoDays) {
   EXPECT_EQ(at(22, 0, 0).addingHours(3), Relative(1, at(1, 0, 0)));
-  EXPECT_EQ(at(23, 0, 0).addingHours(2), Relative(1, at(1, 0, 0)));
   EXPECT_EQ(at(0, 30, 0).addingHours(-1), Relative(-1, at(23, 30, 0)));
   EXPECT_EQ(Time::zero.addingSeconds(-1), Relative(-1, at(23, 59, 59)));
-  EXPECT_EQ(at(12, 0, 0).addingMinutes(-3 * 1440), Relative(-3, at(12, 0, 0)));
   EXPECT_EQ(at(12, 0, 0).adding({}), Relative(at(12, 0, 0)));
   EXPECT_EQ(at(23, 0, 0).adding({.hours = 1, .minutes = -61, .seconds = 3600}),
             Relative(0, at(23, 59, 0)));
@@ -249,7 +223,17 @@ TEST(QuandaAbstractNaturalTimeOfDay, AddsWithCarryIntoDays) {
   EXPECT_EQ(Time::makeFromMinutesSinceDayBegan(-1440).addingSeconds(0), Relative(1, Time::zero));
 }
 
+TEST(QuandaAbstractNaturalTimeOfDay, CombinesWithSpans) {
+  EXPECT_EQ(at(10, 0, 0) - at(12, 0, 0), QuandaDiscreteTimeSpan(-7200));
+  EXPECT_EQ(Time::maxInc - Time::zero, QuandaDiscreteTimeSpan(86399));
+  EXPECT_EQ(at(22, 0, 0) + QuandaDiscreteTimeSpan(3 * 3600), Relative(1, at(1, 0, 0)));
+  EXPECT_EQ(QuandaDiscreteTimeSpan(-1) + Time::zero, Relative(-1, Time::maxInc));
+  EXPECT_EQ(at(12, 0, 0) + QuandaNaturalTimeSpan(86400 * 2), Relative(2, at(12, 0, 0)));
+  EXPECT_EQ(QuandaNaturalTimeSpan(0) + at(12, 0, 0), Relative(at(12, 0, 0)));
+}
+
 TEST(QuandaAbstractNaturalTimeOfDayDeathTest, ArithmeticOverflowStops) {
+  EXPECT_DEATH(Time::zero + QuandaNaturalTimeSpan(std::uint64_t{1} << 63), "does not fit");
   EXPECT_DEATH(Time::zero.addingMinutes(std::numeric_limits<std::int64_t>::max()),
                "overflow in multiplication");
   EXPECT_DEATH(Time::maxInc.addingSeconds(std::numeric_limits<std::int64_t>::max()),
@@ -258,22 +242,12 @@ TEST(QuandaAbstractNaturalTimeOfDayDeathTest, ArithmeticOverflowStops) {
   EXPECT_DEATH(Time::zero.adding({.minutes = std::int64_t{1440} << 31}), "signed 32-bit range");
 }
 
-TEST(QuandaAbstractNaturalTimeOfDay, ReplacesWithClamping) {
-  const Time time = at(10, 20, 30);
-  EXPECT_EQ(time.replacing({}), time);
-  EXPECT_EQ(time.replacing({.minute = 5}), at(10, 5, 30));
-  EXPECT_EQ(time.replacing({.hour = 99, .minute = 77, .second = 60}), Time::maxInc);
-}
-
-TEST(QuandaAbstractNaturalTimeOfDay, PartsOfTheDay) {
-  EXPECT_TRUE(Time::zero.isMidnight());
-  EXPECT_FALSE(at(0, 0, 1).isMidnight());
-  EXPECT_TRUE(at(12, 0, 0).isMidday());
+TEST(QuandaAbstractNaturalTimeOfDay, ReplacesWithClampingAndTellsPartsOfTheDay) {
+  EXPECT_EQ(at(10, 20, 30).replacing({.minute = 5}), at(10, 5, 30));
+  EXPECT_EQ(at(10, 20, 30).replacing({.hour = 99, .minute = 77, .second = 60}), Time::maxInc);
   EXPECT_FALSE(at(12, 0, 1).isMidday());
-  EXPECT_TRUE(at(11, 59, 59).isAM());
-  EXPECT_FALSE(at(11, 59, 59).isPM());
-  EXPECT_TRUE(at(12, 0, 0).isPM());
-  EXPECT_FALSE(at(12, 0, 0).isAM());
+  EXPECT_TRUE(at(11, 59, 59).isAM() && !at(11, 59, 59).isPM());
+  EXPECT_TRUE(at(12, 0, 0).isPM() && at(12, 0, 0).isMidday() && !at(12, 0, 0).isAM());
 }
 
 TEST(QuandaAbstractNaturalTimeOfDay, ArchivesAsThePackedNumber) {
@@ -308,12 +282,6 @@ TEST(QuandaAbstractNaturalTimeOfDay, ConvertsFromChronoWithinOneDay) {
   ASSERT_FALSE(negative);
   EXPECT_EQ(negative.error().functionName(), "make(hhMmSs:)");
   EXPECT_EQ(negative.error().argument("hhMmSs"), "-1h 2min 3s");
-}
-
-TEST(QuandaAbstractNaturalTimeOfDay, HashesAgreeWithEquality) {
-  const std::hash<Time> hash;
-  EXPECT_EQ(hash(at(1, 2, 3)), hash(Time::makeFromIso8601String("01:02:03").value()));
-  EXPECT_NE(hash(at(1, 2, 3)), hash(at(3, 2, 1)));
 }
 
 }  // namespace

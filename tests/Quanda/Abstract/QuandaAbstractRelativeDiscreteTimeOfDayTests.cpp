@@ -75,13 +75,20 @@ TEST(QuandaAbstractRelativeDiscreteTimeOfDay, AddsToTheTotal) {
   EXPECT_EQ(Relative::makeFromDouble(86400.4), Relative(1, Time::zero));
 }
 
-TEST(QuandaAbstractRelativeDiscreteTimeOfDay, OrdersByTotalAndReplacesUnchanged) {
+TEST(QuandaAbstractRelativeDiscreteTimeOfDay, CombinesWithSpans) {
+  EXPECT_EQ(Relative(1, Time::zero) - Relative(0, at(23, 59, 59)), QuandaDiscreteTimeSpan(1));
+  EXPECT_EQ(Relative(int32Min, Time::zero) - Relative(int32Max, Time::maxInc),
+            QuandaDiscreteTimeSpan(-(std::int64_t{1} << 32) * 86400 + 1));
+  EXPECT_EQ(Relative(-1, at(23, 0, 0)) + QuandaNaturalTimeSpan(3600), Relative(Time::zero));
+  EXPECT_EQ(QuandaNaturalTimeSpan(1) + Relative(Time::maxInc), Relative(1, Time::zero));
+  EXPECT_EQ(Relative(Time::zero) + QuandaDiscreteTimeSpan(-86400), Relative(-1, Time::zero));
   EXPECT_LT(Relative(-1, at(23, 59, 59)), Relative(0, Time::zero));
-  EXPECT_GT(Relative(1, Time::zero), Relative(0, Time::maxInc));
-  const Relative relative(3, at(4, 5, 6));
-  EXPECT_EQ(relative.replacing({}), relative);
-  EXPECT_EQ(relative.replacing({.days = -7}), Relative(-7, at(4, 5, 6)));
-  EXPECT_EQ(relative.replacing({.time = Time::zero}), Relative(3, Time::zero));
+  EXPECT_EQ(Relative(3, at(4, 5, 6)).replacing({.days = -7}), Relative(-7, at(4, 5, 6)));
+}
+
+TEST(QuandaAbstractRelativeDiscreteTimeOfDayDeathTest, NaturalSpansBeyond63BitsStop) {
+  EXPECT_DEATH(Relative(Time::zero) + QuandaNaturalTimeSpan(std::uint64_t{1} << 63),
+               "does not fit");
 }
 
 TEST(QuandaAbstractRelativeDiscreteTimeOfDay, DescribesTheDayOffset) {

@@ -44,8 +44,14 @@ TEST(QuandaAbstractRelativeRealTimeOfDay, AddsStepsAndCompares) {
   EXPECT_EQ(Relative(1, Time::zero).nextDown(),
             Relative(0, Time::makeFromSecondsSinceDayBegan(std::nextafter(86400.0, 0.0))));
   EXPECT_GT(Relative(Time::zero).nextUp(), Relative(Time::zero));
+  // The quotient of the double just below 0 underflows to -0, so the day does not change.
+  EXPECT_EQ(Relative(Time::zero).nextDown(), Relative(Time::zero));
   EXPECT_LT(Relative(-1, at(23, 59, 59.5)), Relative(Time::zero));
   EXPECT_EQ(Relative(1, Time::zero).replacing({.days = 2}), Relative(2, Time::zero));
+
+  EXPECT_EQ(Relative(1, at(0, 0, 0.5)) - Relative(-1, at(23, 59, 59.0)),
+            QuandaRealTimeSpan(86401.5));
+  EXPECT_EQ(QuandaRealTimeSpan(-86400.5) + Relative(Time::zero), Relative(-2, at(23, 59, 59.5)));
 
   const Relative a(1, at(10, 0, 0.0000001));
   EXPECT_TRUE(a.equals(Relative(1, at(10, 0, 0.0)), KeelPrecision::coarse));
