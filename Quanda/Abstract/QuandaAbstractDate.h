@@ -40,6 +40,9 @@
 #include "Quanda/QuandaConstants.h"
 #include "Quanda/QuandaDayOfGregorianWeek.h"
 
+class QuandaAbstractNaturalDateTime;
+class QuandaAbstractRealDateTime;
+
 class QuandaAbstractDate {
  public:
   // The unvalidated fields, as exchanged with the calendar adapter and taken by make(components).
@@ -232,6 +235,22 @@ class QuandaAbstractDate {
   // Year overrides are clamped into 1...9999, month overrides into 1...12; the day (override or
   // current) is then limited to 1...the length of the resulting month.
   constexpr QuandaAbstractDate replacing(const Replacement& replacement) const noexcept;
+
+  // ---- Days as date-time ranges --------------------------------------------------------------
+  // Defined with the date-times (QuandaAbstractNaturalDateTime.h, QuandaAbstractRealDateTime.h),
+  // which also hold the date's + and - with times of day, relative times and spans.
+
+  // This date at 00:00:00.
+  constexpr QuandaAbstractNaturalDateTime makeNaturalBeginningOfDay() const noexcept;
+  constexpr QuandaAbstractRealDateTime makeRealBeginningOfDay() const noexcept;
+  // Deliberately the next date at 00:00:00, the first instant after the day, not its last second:
+  // ranges in this library end inclusively at that instant. 9999-12-31 has no such end, which is
+  // a programming error.
+  constexpr QuandaAbstractNaturalDateTime makeNaturalEndOfDay() const;
+  constexpr QuandaAbstractRealDateTime makeRealEndOfDay() const;
+  // From the beginning of the day to that end, inclusive.
+  constexpr KeelDomain<QuandaAbstractNaturalDateTime> makeNaturalDateTimeRange() const;
+  constexpr KeelDomain<QuandaAbstractRealDateTime> makeRealDateTimeRange() const;
 
   // Calendar order.
   friend constexpr bool operator==(QuandaAbstractDate, QuandaAbstractDate) noexcept = default;

@@ -1,0 +1,179 @@
+#include <absl/time/civil_time.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <random>
+#include <string>
+#include <type_traits>
+
+#include "Quanda/Abstract/QuandaAbstractRealDateTime.h"
+#include "Quanda/Abstract/QuandaDateTimeTestSupport.h"
+#include "Quanda/Abstract/QuandaTimeOfDayTestSupport.h"
+
+namespace {
+
+using DateTime = QuandaAbstractRealDateTime;
+using Natural = QuandaAbstractNaturalDateTime;
+using Time = QuandaAbstractRealTimeOfDay;
+using Relative = QuandaAbstractRelativeRealTimeOfDay;
+using Span = QuandaRealTimeSpan;
+using quanda_test::ChainLink;
+using quanda_test::expectErrorChain;
+using quanda_test::realDateTimePath;
+using quanda_test::realTimePath;
+using quanda_test::withDefaultDecimalSeparator;
+
+DateTime at(std::string_view text) { return DateTime::makeFromRfc3339String(text).value(); }
+Natural natural(std::string_view text) { return Natural::makeFromRfc3339String(text).value(); }
+
+static_assert(std::is_trivially_copyable_v<DateTime>);
+
+TEST(QuandaAbstractRealDateTime, ReadsAndWritesFractionalSeconds) {
+  const DateTime quarter = at("2024-03-05T07:08:09.25");
+  EXPECT_EQ(quarter.second(), 9.25);
+  EXPECT_EQ(quarter.serializedToRfc3339String(),
+            withDefaultDecimalSeparator("2024-03-05T07:08:09.250000"));
+  EXPECT_EQ(quarter.description(), quarter.serializedToRfc3339String());
+  // The canonical whole-second form takes the fast path and reads the same as the general one.
+  EXPECT_EQ(at("2024-03-05T07:08:09").second(), 9.0);
+  EXPECT_EQ(at("2024-03-05T07:08:09"), at("2024-03-05T07:08:9.0"));
+  EXPECT_EQ(at("2024-03-05T07:08:09").serializedToRfc3339String(),
+            withDefaultDecimalSeparator("2024-03-05T07:08:09.000000"));
+  // Cut, not rounded.
+  EXPECT_EQ(at("0005-07-09T23:59:59.9999999").serializedToRfc3339String(),
+            withDefaultDecimalSeparator("0005-07-09T23:59:59.999999"));
+
+  const KeelResult<DateTime> comma = DateTime::makeFromRfc3339String("2024-03-05T07:08:09,25");
+  ASSERT_FALSE(comma);
+  expectErrorChain(comma.error(),
+                   {{realDateTimePath, "make(rfc3339String:)", "", {"rfc3339String"}},
+                    {realTimePath,
+                     "make(iso8601String:)",
+                     "Couldn't convert third token to second",
+                     {"iso8601String", "tokens"}}});
+  expectErrorChain(DateTime::makeFromRfc3339String("2024-03-05 07:08:09").error(),
+                   {{realDateTimePath,
+                     "make(rfc3339String:)",
+                     "Unexpected number of T tokens",
+                     {"rfc3339String"}}});
+  const std::vector<std::string_view> six = {"proposedYear", "proposedMonth",  "proposedDay",
+                                             "proposedHour", "proposedMinute", "proposedSecond"};
+  expectErrorChain(DateTime::make(2024, 3, 5, 7, 60, 0.0).error(),
+                   {{realDateTimePath, "make(year:month:day:hour:minute:second:)", "", six},
+                    {realTimePath,
+                     "make(hour:minute:second:)",
+                     "Invalid minute",
+                     {"proposedHour", "proposedMinute", "proposedSecond"}}});
+  EXPECT_FALSE(DateTime::make({.day = 5,
+                               .hour = 7,
+                               .minute = 8,
+                               .month = 3,
+                               .second = std::numeric_limits<double>::quiet_NaN(),
+                               .year = 2024}));
+}
+
+TEST(QuandaAbstractRealDateTime, ConvertsToAndFromNatural) {
+  // Natural to real and back is the identity, at random instants.
+  std::mt19937_64 random(11);
+  std::uniform_int_distribution<std::uint64_t> instants(0, Natural::maxSecondsSinceDatum);
+  for (int round = 0; round < 20000; ++round) {
+    const Natural dateTime = Natural::makeFromSecondsSinceDatum(instants(random));
+    const DateTime real(dateTime);
+    ASSERT_EQ(real.makeNatural(), dateTime);
+    ASSERT_EQ(real.secondsSinceDatum(), static_cast<double>(dateTime.secondsSinceDatum()));
+    ASSERT_EQ(real.localTime().time_since_epoch().count(),
+              static_cast<double>(dateTime.localSeconds().time_since_epoch().count()));
+  }
+  const struct {
+    std::string_view real, natural;
+  } roundings[] = {
+      {"2024-01-01T10:00:00.49", "2024-01-01T10:00:00"},
+      {"2024-01-01T10:00:00.5", "2024-01-01T10:00:01"},
+      {"2024-12-31T23:59:59.5", "2025-01-01T00:00:00"},
+      {"0001-01-01T00:00:00.4", "0001-01-01T00:00:00"},
+  };
+  for (const auto& [real, expected] : roundings) {
+    EXPECT_EQ(at(real).makeNatural(), natural(expected)) << real;
+  }
+}
+
+TEST(QuandaAbstractRealDateTime, ArithmeticInDoubles) {
+  const DateTime late = at("2024-12-31T23:59:59.75");
+  EXPECT_EQ(late.addingSeconds(0.5), at("2025-01-01T00:00:00.25"));
+  EXPECT_EQ(late + Span(0.5), at("2025-01-01T00:00:00.25"));
+  EXPECT_EQ(Span(0.5) + late, at("2025-01-01T00:00:00.25"));
+  EXPECT_EQ(late - Span(86400.0), at("2024-12-30T23:59:59.75"));
+  EXPECT_EQ(late.addingHours(-24).addingMinutes(1440), late);
+  EXPECT_EQ(late.adding({.months = 2, .days = 1, .seconds = 0.25}), at("2025-03-02T00:00:00"));
+
+  const Relative back(-1, Time::make(1, 0, 0.5).value());
+  EXPECT_EQ(late + back, at("2024-12-31T01:00:00.25"));
+  EXPECT_EQ(back + late, late + back);
+  EXPECT_EQ(late - back, at("2025-01-01T22:59:59.25"));
+
+  // The days and the times are subtracted apart, so a small difference stays exact even where
+  // the seconds since the datum are far too coarse for it.
+  const DateTime a = at("9999-12-31T10:00:00.1");
+  const DateTime b = at("9999-12-31T10:00:00.2");
+  EXPECT_NEAR((b - a).seconds(), 0.1, 1e-9);
+  EXPECT_GT(std::abs((b.secondsSinceDatum() - a.secondsSinceDatum()) - 0.1), 1e-6);
+  EXPECT_EQ((at("2024-03-05T10:00:00.25") - at("2024-03-05T10:00:00")).seconds(), 0.25);
+  EXPECT_EQ((at("2024-03-05T10:00:00") - at("2024-03-05T10:00:00.25")).seconds(), -0.25);
+  EXPECT_EQ((at("2024-03-06T00:00:00") - at("2024-03-05T23:59:59.5")).seconds(), 0.5);
+  EXPECT_LT(a, b);
+  EXPECT_LT(at("2024-03-05T23:59:59.99"), at("2024-03-06T00:00:00"));
+
+  const DateTime ten = at("2024-01-01T10:00:00.5");
+  EXPECT_EQ(ten.next(Time::make(10, 0, 0.5).value(), true), ten);
+  EXPECT_EQ(ten.next(Time::make(10, 0, 0.5).value(), false), at("2024-01-02T10:00:00.5"));
+  EXPECT_EQ(ten.next(Time::make(10, 0, 0.25).value(), true), at("2024-01-02T10:00:00.25"));
+  EXPECT_EQ(ten.roundingToMinute(), at("2024-01-01T10:00:00"));
+  EXPECT_EQ(at("2024-01-01T10:00:30.5").roundingToMinute(), at("2024-01-01T10:01:00"));
+  EXPECT_EQ(at("2024-01-01T10:00:59.9").flooringToMinute(), at("2024-01-01T10:00:00"));
+  EXPECT_EQ(at("2024-12-31T12:00:00.1").roundingToDay(), at("2025-01-01T00:00:00"));
+  EXPECT_EQ(ten.replacing({.second = 75.0}).second(), Time::maxInc.second());
+
+  EXPECT_TRUE(
+      at("2024-01-01T10:00:00.0000001").equals(at("2024-01-01T10:00:00"), KeelPrecision::coarse));
+  EXPECT_NE(at("2024-01-01T10:00:00.0000001"), at("2024-01-01T10:00:00"));
+  EXPECT_FALSE(
+      at("2024-01-01T10:00:59.9999").equals(at("2024-01-01T10:01:00"), KeelPrecision::coarse));
+}
+
+TEST(QuandaAbstractRealDateTime, CountsAndChrono) {
+  EXPECT_EQ(DateTime::makeFromSecondsSinceDatum(0.0), DateTime::zero);
+  EXPECT_EQ(DateTime::makeFromSecondsSinceDatum(86400.5), at("0001-01-02T00:00:00.5"));
+  EXPECT_EQ(DateTime::zero.nextDown(), DateTime::zero);
+  EXPECT_GT(DateTime::zero.nextUp(), DateTime::zero);
+  EXPECT_EQ(DateTime::maxInc.serializedToRfc3339String(),
+            withDefaultDecimalSeparator("9999-12-31T23:59:59.999999"));
+
+  const DateTime quarter = at("2024-03-05T07:08:09.25");
+  EXPECT_EQ(DateTime::make(quarter.localTime()).value(), quarter);
+  EXPECT_EQ(DateTime::make(natural("1970-01-01T00:00:00").localSeconds()).value(),
+            at("1970-01-01T00:00:00"));
+  const auto outside =
+      DateTime::make(DateTime::zero.localTime() - std::chrono::duration<double>(1));
+  ASSERT_FALSE(outside);
+  EXPECT_EQ(outside.error().message(), "Local time outside the valid range");
+  EXPECT_FALSE(DateTime::make(std::chrono::local_time<std::chrono::duration<double>>(
+      std::chrono::duration<double>(std::numeric_limits<double>::quiet_NaN()))));
+  EXPECT_FALSE(DateTime::make(std::chrono::local_time<std::chrono::duration<double>>(
+      std::chrono::duration<double>(std::numeric_limits<double>::infinity()))));
+}
+
+TEST(QuandaAbstractRealDateTimeDeathTest, ProgrammingErrorsStop) {
+  EXPECT_DEATH(DateTime::makeFromSecondsSinceDatum(-0.5), "double");
+  EXPECT_DEATH(DateTime::makeFromSecondsSinceDatum(std::numeric_limits<double>::quiet_NaN()),
+               "double");
+  EXPECT_DEATH(DateTime::maxInc.addingSeconds(1.0), "9999-12-31");
+  EXPECT_DEATH(DateTime::zero.addingSeconds(std::numeric_limits<double>::infinity()), "32-bit");
+  EXPECT_DEATH(DateTime::zero.replacing({.second = std::numeric_limits<double>::quiet_NaN()}),
+               "NaN");
+  EXPECT_DEATH(DateTime::makeFromSecondsSinceDatum(1e30), "double");
+}
+
+}  // namespace
