@@ -53,17 +53,19 @@ class QuandaAbstractDate {
   };
 
   // Optional amounts for adding(...): applied as years, then months, then days.
+  // The members are default-initialised explicitly so that designated initialisers naming only
+  // some of them ({.days = 1}) compile without missing-initializer warnings.
   struct Amounts {
-    std::optional<std::int16_t> years;
-    std::optional<std::int32_t> months;
-    std::optional<std::int32_t> days;
+    std::optional<std::int16_t> years{};
+    std::optional<std::int32_t> months{};
+    std::optional<std::int32_t> days{};
   };
 
   // Optional field overrides for replacing(...).
   struct Replacement {
-    KeelOverride<std::uint16_t> year;
-    KeelOverride<std::uint8_t> month;
-    KeelOverride<std::uint8_t> day;
+    KeelOverride<std::uint16_t> year{};
+    KeelOverride<std::uint8_t> month{};
+    KeelOverride<std::uint8_t> day{};
   };
 
   // A week number counted from the week holding the datum, and the 0-based position of the date
