@@ -43,11 +43,11 @@ class KeelDomain {
     const T& high = trueMax();
     switch (boundsEligibility) {
       case BoundsEligibility::inclusiveMinInclusiveMax:
-        return !(value < low) && !(high < value);
+        return low <= value && value <= high;
       case BoundsEligibility::inclusiveMinExclusiveMax:
-        return !(value < low) && value < high;
+        return low <= value && value < high;
       case BoundsEligibility::exclusiveMinInclusiveMax:
-        return low < value && !(high < value);
+        return low < value && value <= high;
       case BoundsEligibility::exclusiveMinExclusiveMax:
         return low < value && value < high;
     }
