@@ -75,12 +75,8 @@ TEST(QuandaAbstractDate, MakeChecksYearThenMonthThenDay) {
     const auto viaComponents = QuandaAbstractDate::make(QuandaAbstractDate::Components{y, m, d});
     if (c.message == nullptr) {
       ASSERT_TRUE(date) << date.error();
-      EXPECT_EQ(date.value().year(), y);
-      EXPECT_EQ(date.value().month(), m);
-      EXPECT_EQ(date.value().day(), d);
       EXPECT_EQ(date.value().components(), (QuandaAbstractDate::Components{y, m, d}));
-      ASSERT_TRUE(viaComponents);
-      EXPECT_EQ(viaComponents.value(), date.value());
+      EXPECT_EQ(viaComponents.optionalValue(), date.value());
       EXPECT_EQ(QuandaAbstractDate::makeIfValid(y, m, d), date.value());
     } else {
       ASSERT_FALSE(date);
@@ -121,7 +117,6 @@ TEST(QuandaAbstractDate, MakeFromIso8601Numeric) {
       {20240230, fieldFault("Invalid day for month in year", 2024, 2, 30)},
       {20230229, fieldFault("Invalid day for month in year", 2023, 2, 29)},
       {20241301, fieldFault("Invalid month", 2024, 13, 1)},
-      {20240005, fieldFault("Invalid month", 2024, 0, 5)},
       {10199, fieldFault("Invalid day for month in year", 1, 1, 99)},
       {99990231, fieldFault("Invalid day for month in year", 9999, 2, 31)},
   };
