@@ -1,0 +1,54 @@
+// QuandaCyclePattern: the on/off entries of a cycle mask (two days on, one day off; every other
+// week), held as bits.
+//
+// The cycle masks read one entry per test and, to find their next occurrence, the nearest entry
+// of a given value from a position around the cycle. Packed 64 entries to a word, that nearest
+// entry is a count of trailing (or leading) zeros per word rather than a walk over booleans.
+// A pattern converts back to the std::vector<bool> it was made from (toVector); its length must
+// fit 32 bits, a longer list being a programming error.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+class QuandaCyclePattern {
+ public:
+  explicit QuandaCyclePattern(const std::vector<bool>& entries);
+
+  std::uint32_t length() const noexcept { return length_; }
+  bool operator[](std::uint32_t index) const noexcept {
+    return (words_[index >> 6] >> (index & 63U)) & 1U;
+  }
+  // Whether some entry has this value.
+  bool containsValue(bool value) const noexcept {
+    return value ? trueCount_ != 0 : trueCount_ != length_;
+  }
+  // The number of steps forward from index (0 ... length - 1) to the nearest entry of this value,
+  // wrapping around the end: 0 when entry index itself has it. Requires containsValue(value).
+  std::uint32_t distanceToNext(bool value, std::uint32_t index) const noexcept;
+  // The number of steps backward from index to the nearest entry of this value, wrapping around
+  // the start. Requires containsValue(value).
+  std::uint32_t distanceToPrevious(bool value, std::uint32_t index) const noexcept;
+
+  std::vector<bool> toVector() const;
+
+  friend bool operator==(const QuandaCyclePattern& lhs, const QuandaCyclePattern& rhs) noexcept {
+    return lhs.length_ == rhs.length_ && lhs.words_ == rhs.words_;
+  }
+
+ private:
+  // The first (last) index in from...to of an entry of this value, or to + 1 (from - 1) if none.
+  std::uint64_t findForward(bool value, std::uint64_t from, std::uint64_t to) const noexcept;
+  std::int64_t findBackward(bool value, std::int64_t from, std::int64_t to) const noexcept;
+
+  std::vector<std::uint64_t> words_;  // bits past the length are 0
+  std::uint32_t length_ = 0;
+  std::uint32_t trueCount_ = 0;
+};
+
+template <>
+struct std::hash<QuandaCyclePattern> {
+  std::size_t operator()(const QuandaCyclePattern& pattern) const noexcept;
+};

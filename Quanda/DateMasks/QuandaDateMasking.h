@@ -1,0 +1,180 @@
+// QuandaDateMasking: a recurrence rule over calendar dates.
+//
+// A date mask answers whether an abstract date belongs to the rule, given the user's preferred
+// first day of the week (which only the week-cycle masks consult): every Monday, the 15th, the
+// last Friday of the month, every third day from a date, the summer holidays. Masks are small
+// immutable values, archived with the data that uses them.
+//
+// matches(date, firstDayOfWeek) is the hot path. Every mask of the library is a `final` class that
+// defines matches inline, so a caller that holds a concrete mask pays no virtual call and the test
+// compiles down to a few bit operations on the date's fields or day count.
+//
+// Beyond the single test, a mask finds its occurrences by reasoning about its own rule rather than
+// by trying every day: nextMatch / previousMatch jump to the next wanted weekday, day of month,
+// week block, cycle entry or range, and a rule that can never match says so at once.
+//
+//   QuandaDaysOfWeekDateMask mondays({QuandaDayOfGregorianWeek::monday});
+//   mondays.nextMatch(date, QuandaDayOfGregorianWeek::monday);   // the next Monday after date
+//   for (QuandaAbstractDate monday : mondays.matchingDates(march, firstDay)) ...
+//
+// All of that rests on two search primitives over day counts (0 is 0001-01-01), which every
+// library mask overrides: the earliest and the latest day of a window whose answer is a given one.
+// Asking for non-matching days as well as matching ones is what lets the combinations (all of,
+// any of, not; see QuandaJunctionDateMask and QuandaNotDateMask) search as fast as their parts.
+// A mask written outside the library only has to define matches and the archive members; its
+// searches then fall back to testing day by day.
+//
+// A mask archives itself in its own JSON form (encode), and in a tagged form that also names its
+// kind ({"kind": "daysOfWeek", "mask": [...]}) so that a list of masks of different kinds can be
+// archived and restored (QuandaDateMaskArchive.h). Masks compare and hash by kind and stored
+// fields through isEqual and hashValue, which the combinations use for their children.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <iosfwd>
+#include <iterator>
+#include <nlohmann/json_fwd.hpp>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "Keel/KeelDomain.h"
+#include "Quanda/Abstract/QuandaAbstractDate.h"
+#include "Quanda/QuandaDayOfGregorianWeek.h"
+
+class QuandaDateMasking {
+ public:
+  class Matches;
+
+  virtual ~QuandaDateMasking() = default;
+
+  // ---- The rule ------------------------------------------------------------------------------
+
+  // Whether the date belongs to the rule. No side effects; never fails (the week cycles stop the
+  // process for a date before their first whole cycle, see QuandaWeekCycleDateMask).
+  virtual bool matches(QuandaAbstractDate date, QuandaDayOfGregorianWeek firstDayOfWeek) const = 0;
+
+  // ---- Occurrences ---------------------------------------------------------------------------
+
+  // The first matching date strictly after `after`, or nothing up to 9999-12-31.
+  std::optional<QuandaAbstractDate> nextMatch(QuandaAbstractDate after,
+                                              QuandaDayOfGregorianWeek firstDayOfWeek) const;
+  // The last matching date strictly before `before`, or nothing down to 0001-01-01.
+  std::optional<QuandaAbstractDate> previousMatch(QuandaAbstractDate before,
+                                                  QuandaDayOfGregorianWeek firstDayOfWeek) const;
+  // The earliest and the latest matching date of a range (both ends included; a range given
+  // with reversed bounds means the same dates).
+  std::optional<QuandaAbstractDate> firstMatch(const KeelDomain<QuandaAbstractDate>& range,
+                                               QuandaDayOfGregorianWeek firstDayOfWeek) const;
+  std::optional<QuandaAbstractDate> lastMatch(const KeelDomain<QuandaAbstractDate>& range,
+                                              QuandaDayOfGregorianWeek firstDayOfWeek) const;
+  // The matching dates of a range in increasing order, found lazily one search at a time. The
+  // view refers to this mask, which must outlive it.
+  Matches matchingDates(const KeelDomain<QuandaAbstractDate>& range,
+                        QuandaDayOfGregorianWeek firstDayOfWeek) const;
+
+  // ---- Search primitives ---------------------------------------------------------------------
+
+  // The earliest (latest) day count in first...last whose answer to matches is `matching`, or
+  // nothing. The window must satisfy first <= last <= 3652058 (9999-12-31); anything else is a
+  // programming error.
+  std::optional<std::uint32_t> earliestDayCount(bool matching, std::uint32_t first,
+                                                std::uint32_t last,
+                                                QuandaDayOfGregorianWeek firstDayOfWeek) const;
+  std::optional<std::uint32_t> latestDayCount(bool matching, std::uint32_t first,
+                                              std::uint32_t last,
+                                              QuandaDayOfGregorianWeek firstDayOfWeek) const;
+
+  // ---- Identity and archive ------------------------------------------------------------------
+
+  // The tag of the mask's kind in the tagged archive: "daysOfWeek", "dayCycle", "allOf", ...
+  virtual std::string_view archiveKind() const = 0;
+  // Writes the mask's own archive form (without the tag).
+  virtual void encode(nlohmann::json& json) const = 0;
+  // Same kind and equal stored fields.
+  virtual bool isEqual(const QuandaDateMasking& other) const = 0;
+  // The std::hash of the concrete mask.
+  virtual std::size_t hashValue() const = 0;
+
+  // The kind and the archive form: `daysOfWeek ["monday","friday"]`.
+  std::string description() const;
+
+ protected:
+  QuandaDateMasking() = default;
+  QuandaDateMasking(const QuandaDateMasking&) = default;
+  QuandaDateMasking& operator=(const QuandaDateMasking&) = default;
+
+  // What earliestDayCount and latestDayCount answer, for a window already checked. The defaults
+  // test day by day; every mask of the library overrides them with a search over its own rule.
+  virtual std::optional<std::uint32_t> findEarliest(bool matching, std::uint32_t first,
+                                                    std::uint32_t last,
+                                                    QuandaDayOfGregorianWeek firstDayOfWeek) const;
+  virtual std::optional<std::uint32_t> findLatest(bool matching, std::uint32_t first,
+                                                  std::uint32_t last,
+                                                  QuandaDayOfGregorianWeek firstDayOfWeek) const;
+};
+
+std::ostream& operator<<(std::ostream& stream, const QuandaDateMasking& mask);
+
+// The matching dates of a range: a forward range of QuandaAbstractDate.
+class QuandaDateMasking::Matches {
+ public:
+  class iterator {
+   public:
+    using iterator_category = std::forward_iterator_tag;
+    using value_type = QuandaAbstractDate;
+    using difference_type = std::ptrdiff_t;
+    using reference = QuandaAbstractDate;
+    using pointer = void;
+
+    iterator() = default;
+
+    QuandaAbstractDate operator*() const {
+      return QuandaAbstractDate::makeFromDaysSinceDatum(*current_);
+    }
+    iterator& operator++() {
+      current_ = *current_ < last_
+                     ? mask_->earliestDayCount(true, *current_ + 1, last_, firstDayOfWeek_)
+                     : std::nullopt;
+      return *this;
+    }
+    iterator operator++(int) {
+      iterator old = *this;
+      ++*this;
+      return old;
+    }
+    friend bool operator==(const iterator& lhs, const iterator& rhs) noexcept {
+      return lhs.current_ == rhs.current_;
+    }
+
+   private:
+    friend class Matches;
+    iterator(const QuandaDateMasking* mask, std::optional<std::uint32_t> current,
+             std::uint32_t last, QuandaDayOfGregorianWeek firstDayOfWeek)
+        : mask_(mask), current_(current), last_(last), firstDayOfWeek_(firstDayOfWeek) {}
+
+    const QuandaDateMasking* mask_ = nullptr;
+    std::optional<std::uint32_t> current_;
+    std::uint32_t last_ = 0;
+    QuandaDayOfGregorianWeek firstDayOfWeek_ = QuandaDayOfGregorianWeek::monday;
+  };
+  using const_iterator = iterator;
+
+  iterator begin() const {
+    return iterator(mask_, mask_->earliestDayCount(true, first_, last_, firstDayOfWeek_), last_,
+                    firstDayOfWeek_);
+  }
+  iterator end() const { return iterator(mask_, std::nullopt, last_, firstDayOfWeek_); }
+
+ private:
+  friend class QuandaDateMasking;
+  Matches(const QuandaDateMasking* mask, std::uint32_t first, std::uint32_t last,
+          QuandaDayOfGregorianWeek firstDayOfWeek)
+      : mask_(mask), first_(first), last_(last), firstDayOfWeek_(firstDayOfWeek) {}
+
+  const QuandaDateMasking* mask_;
+  std::uint32_t first_;
+  std::uint32_t last_;
+  QuandaDayOfGregorianWeek firstDayOfWeek_;
+};

@@ -1,0 +1,80 @@
+// Random date masks paired with an independent reference of their rule, for the property tests.
+//
+// The reference reads a date through <chrono> (weekday, day, month length, days since
+// 0001-01-01), not through the library's own day counts, and applies each mask's inclusion rule
+// as it is written down for that mask.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <random>
+#include <set>
+#include <vector>
+
+#include "Quanda/Abstract/QuandaAbstractDate.h"
+#include "Quanda/DateMasks/QuandaDateMasking.h"
+
+namespace date_mask_test {
+
+struct ReferenceDay {
+  std::int64_t daysSinceDatum;
+  unsigned weekday;  // 0 monday ... 6 sunday
+  unsigned day;
+  unsigned monthLength;
+
+  static ReferenceDay of(QuandaAbstractDate date) {
+    namespace chrono = std::chrono;
+    const chrono::year_month_day ymd{chrono::year{date.year()}, chrono::month{date.month()},
+                                     chrono::day{date.day()}};
+    const chrono::sys_days days{ymd};
+    const chrono::sys_days datum{chrono::year{1} / chrono::January / 1};
+    return {(days - datum).count(), chrono::weekday{days}.iso_encoding() - 1,
+            static_cast<unsigned>(ymd.day()),
+            static_cast<unsigned>((ymd.year() / ymd.month() / chrono::last).day())};
+  }
+  std::int64_t week(QuandaDayOfGregorianWeek firstDayOfWeek) const {
+    return (daysSinceDatum + (7 - ordinal(firstDayOfWeek)) % 7) / 7;
+  }
+};
+
+using Reference = std::function<bool(const ReferenceDay&, QuandaDayOfGregorianWeek)>;
+
+struct MaskCase {
+  std::shared_ptr<const QuandaDateMasking> mask;
+  Reference reference;
+  // The first day count with an answer for each first day of the week (the week cycles have none
+  // before their first residue).
+  std::function<std::uint32_t(QuandaDayOfGregorianWeek)> firstDayWithAnswer;
+};
+
+enum class Kind {
+  everyDay,
+  daysOfWeek,
+  daysOfMonth,
+  reverseDaysOfMonth,
+  weeksOfMonth,
+  reverseWeeksOfMonth,
+  weekdaysOfMonth,
+  reverseWeekdaysOfMonth,
+  dayCycle,
+  weekCycle,
+  daysOfWeeks,
+  dateRange,
+  dateRanges,
+  allOf,
+  anyOf,
+  negation,
+};
+inline constexpr Kind simpleKinds[] = {Kind::everyDay,        Kind::daysOfWeek,
+                                       Kind::daysOfMonth,     Kind::reverseDaysOfMonth,
+                                       Kind::weeksOfMonth,    Kind::reverseWeeksOfMonth,
+                                       Kind::weekdaysOfMonth, Kind::reverseWeekdaysOfMonth,
+                                       Kind::dayCycle,        Kind::weekCycle,
+                                       Kind::daysOfWeeks,     Kind::dateRange};
+
+// A random mask of a kind; date ranges and anchors fall around `near` (a day count).
+MaskCase randomMask(Kind kind, std::mt19937_64& random, std::uint32_t near, int depth = 0);
+
+}  // namespace date_mask_test

@@ -1,0 +1,166 @@
+// Every mask kind, many random rules: matches against an independent reference of the rule, and
+// the searches (nextMatch, previousMatch, matchingDates and both search primitives for both
+// answers) against a day-by-day reading of matches, over whole years (leap and common, a century
+// year), the first months after 0001-01-01 and the last months before 9999-12-31.
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+#include <vector>
+
+#include "DateMaskTestSupport.h"
+
+namespace {
+
+using date_mask_test::Kind;
+using date_mask_test::MaskCase;
+using date_mask_test::ReferenceDay;
+
+constexpr std::uint32_t lastValidDay = 3652058;
+
+std::uint32_t dayCount(int year, int month, int day) {
+  return QuandaAbstractDate::make(static_cast<std::uint16_t>(year),
+                                  static_cast<std::uint8_t>(month), static_cast<std::uint8_t>(day))
+      .value()
+      .daysSinceDatum();
+}
+
+struct Window {
+  std::uint32_t first;
+  std::uint32_t last;
+};
+
+std::vector<Window> windows(std::mt19937_64& random) {
+  const int year = std::uniform_int_distribution<int>(2, 9998)(random);
+  return {{0, dayCount(1, 4, 30)},
+          {dayCount(2024, 1, 1), dayCount(2024, 12, 31)},
+          {dayCount(2023, 1, 15), dayCount(2023, 3, 31)},
+          {dayCount(2100, 1, 1), dayCount(2100, 12, 31)},
+          {dayCount(9999, 9, 1), lastValidDay},
+          {dayCount(year, 1, 1), dayCount(year, 12, 31)}};
+}
+
+void checkWindow(const MaskCase& maskCase, Window window, QuandaDayOfGregorianWeek firstDay) {
+  const QuandaDateMasking& mask = *maskCase.mask;
+  const std::uint32_t start = std::max(window.first, maskCase.firstDayWithAnswer(firstDay));
+  if (start > window.last) return;
+  const std::uint32_t last = window.last;
+  const std::size_t size = last - start + 1;
+
+  std::vector<bool> answers(size);
+  for (std::uint32_t day = start; day <= last; ++day) {
+    const auto date = QuandaAbstractDate::makeFromDaysSinceDatum(day);
+    answers[day - start] = mask.matches(date, firstDay);
+    ASSERT_EQ(answers[day - start], maskCase.reference(ReferenceDay::of(date), firstDay))
+        << mask << " on " << date << " first day " << firstDay;
+  }
+
+  // next[answer][i]: the first index >= i with that answer; previous[answer][i]: the last <= i.
+  const std::int64_t none = -1;
+  std::vector<std::int64_t> next[2] = {std::vector<std::int64_t>(size + 1, none),
+                                       std::vector<std::int64_t>(size + 1, none)};
+  std::vector<std::int64_t> previous[2] = {std::vector<std::int64_t>(size, none),
+                                           std::vector<std::int64_t>(size, none)};
+  for (std::size_t index = size; index-- > 0;) {
+    for (int answer = 0; answer < 2; ++answer) {
+      next[answer][index] =
+          answers[index] == bool(answer) ? std::int64_t(index) : next[answer][index + 1];
+    }
+  }
+  for (std::size_t index = 0; index < size; ++index) {
+    for (int answer = 0; answer < 2; ++answer) {
+      previous[answer][index] = answers[index] == bool(answer) ? std::int64_t(index)
+                                : index > 0                    ? previous[answer][index - 1]
+                                                               : none;
+    }
+  }
+  const auto asDay = [&](std::int64_t index) {
+    return index == none ? std::optional<std::uint32_t>()
+                         : std::optional<std::uint32_t>(start + std::uint32_t(index));
+  };
+
+  for (std::uint32_t day = start; day <= last; ++day) {
+    const std::size_t index = day - start;
+    for (int answer = 0; answer < 2; ++answer) {
+      ASSERT_EQ(mask.earliestDayCount(answer, day, last, firstDay), asDay(next[answer][index]))
+          << mask << " answer " << answer << " from "
+          << QuandaAbstractDate::makeFromDaysSinceDatum(day) << " first day " << firstDay;
+      ASSERT_EQ(mask.latestDayCount(answer, start, day, firstDay), asDay(previous[answer][index]))
+          << mask << " answer " << answer << " through "
+          << QuandaAbstractDate::makeFromDaysSinceDatum(day) << " first day " << firstDay;
+    }
+    const auto date = QuandaAbstractDate::makeFromDaysSinceDatum(day);
+    const auto after = mask.nextMatch(date, firstDay);
+    const auto expectedAfter = asDay(next[1][index + 1]);
+    if (expectedAfter) {
+      ASSERT_EQ(after, QuandaAbstractDate::makeFromDaysSinceDatum(*expectedAfter)) << mask;
+    } else if (after) {
+      ASSERT_GT(after->daysSinceDatum(), last) << mask;
+      ASSERT_TRUE(mask.matches(*after, firstDay)) << mask;
+    }
+    if (index > 0) {
+      const auto before = mask.previousMatch(date, firstDay);
+      const auto expectedBefore = asDay(previous[1][index - 1]);
+      if (expectedBefore) {
+        ASSERT_EQ(before, QuandaAbstractDate::makeFromDaysSinceDatum(*expectedBefore)) << mask;
+      } else if (before) {
+        ASSERT_LT(before->daysSinceDatum(), start) << mask;
+      }
+    }
+  }
+
+  std::vector<QuandaAbstractDate> expected;
+  for (std::size_t index = 0; index < size; ++index) {
+    if (answers[index])
+      expected.push_back(QuandaAbstractDate::makeFromDaysSinceDatum(start + index));
+  }
+  const KeelDomain range(QuandaAbstractDate::makeFromDaysSinceDatum(last),
+                         QuandaAbstractDate::makeFromDaysSinceDatum(start));  // reversed on purpose
+  std::vector<QuandaAbstractDate> enumerated;
+  for (QuandaAbstractDate date : mask.matchingDates(range, firstDay)) enumerated.push_back(date);
+  ASSERT_EQ(enumerated, expected) << mask;
+  ASSERT_EQ(mask.firstMatch(range, firstDay),
+            expected.empty() ? std::nullopt : std::optional(expected.front()));
+  ASSERT_EQ(mask.lastMatch(range, firstDay),
+            expected.empty() ? std::nullopt : std::optional(expected.back()));
+}
+
+class DateMaskSearchProperty : public testing::TestWithParam<Kind> {};
+
+TEST_P(DateMaskSearchProperty, SearchesAgreeWithADayByDayReading) {
+  std::mt19937_64 random(0x5eed0000 + static_cast<unsigned>(GetParam()));
+  const int masks = GetParam() == Kind::everyDay ? 2 : 25;
+  for (int round = 0; round < masks; ++round) {
+    for (const Window& window : windows(random)) {
+      const MaskCase maskCase = date_mask_test::randomMask(GetParam(), random, window.first);
+      const auto firstDay = makeDayOfGregorianWeek(
+          static_cast<std::uint8_t>(std::uniform_int_distribution<int>(0, 6)(random)));
+      checkWindow(maskCase, window, firstDay);
+      if (HasFatalFailure()) return;
+    }
+  }
+}
+
+std::string kindName(const testing::TestParamInfo<Kind>& info) {
+  constexpr const char* names[] = {"everyDay",        "daysOfWeek",
+                                   "daysOfMonth",     "reverseDaysOfMonth",
+                                   "weeksOfMonth",    "reverseWeeksOfMonth",
+                                   "weekdaysOfMonth", "reverseWeekdaysOfMonth",
+                                   "dayCycle",        "weekCycle",
+                                   "daysOfWeeks",     "dateRange",
+                                   "dateRanges",      "allOf",
+                                   "anyOf",           "negation"};
+  return names[static_cast<int>(info.param)];
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryKind, DateMaskSearchProperty,
+                         testing::Values(Kind::everyDay, Kind::daysOfWeek, Kind::daysOfMonth,
+                                         Kind::reverseDaysOfMonth, Kind::weeksOfMonth,
+                                         Kind::reverseWeeksOfMonth, Kind::weekdaysOfMonth,
+                                         Kind::reverseWeekdaysOfMonth, Kind::dayCycle,
+                                         Kind::weekCycle, Kind::daysOfWeeks, Kind::dateRange,
+                                         Kind::dateRanges, Kind::allOf, Kind::anyOf,
+                                         Kind::negation),
+                         kindName);
+
+}  // namespace

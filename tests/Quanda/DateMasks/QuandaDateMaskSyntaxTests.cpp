@@ -1,0 +1,102 @@
+// The human syntax of date masks: each form gives the mask it names, combinations nest as
+// documented, and unreadable rules fail with the part that could not be read.
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+#include "Quanda/DateMasks/QuandaDateMaskArchive.h"
+#include "Quanda/DateMasks/QuandaDateMaskSyntax.h"
+
+namespace {
+
+struct SyntaxCase {
+  const char* syntax;
+  const char* tagged;  // the tagged archive of the expected mask
+};
+
+TEST(QuandaDateMaskSyntax, EachFormNamesItsMask) {
+  const SyntaxCase cases[] = {
+      {"every day", R"({"kind":"everyDay","mask":{}})"},
+      {"Weekdays",
+       R"({"kind":"daysOfWeek","mask":["monday","tuesday","wednesday","thursday","friday"]})"},
+      {"sat, Sundays", R"({"kind":"daysOfWeek","mask":["saturday","sunday"]})"},
+      {"days 1,15", R"({"kind":"daysOfMonth","mask":{"oneBasedOrdinals":[1,15]}})"},
+      {"last day", R"({"kind":"reverseDaysOfMonth","mask":{"oneBasedOrdinals":[1]}})"},
+      {"days 1, 2 from end", R"({"kind":"reverseDaysOfMonth","mask":{"oneBasedOrdinals":[1,2]}})"},
+      {"week 2", R"({"kind":"weeksOfMonth","mask":{"oneBasedWeeks":[2]}})"},
+      {"last week", R"({"kind":"reverseWeeksOfMonth","mask":{"oneBasedWeeks":[1]}})"},
+      {"2nd tue",
+       R"({"kind":"weekdaysOfMonth","mask":{"daysOfWeek":["tuesday"],"oneBasedWeeks":[2]}})"},
+      {"first,third mon,wed",
+       R"({"kind":"weekdaysOfMonth","mask":{"daysOfWeek":["monday","wednesday"],"oneBasedWeeks":[1,3]}})"},
+      {"last fri",
+       R"({"kind":"reverseWeekdaysOfMonth","mask":{"daysOfWeek":["friday"],"oneBasedWeeks":[1]}})"},
+      {"2nd last sunday",
+       R"({"kind":"reverseWeekdaysOfMonth","mask":{"daysOfWeek":["sunday"],"oneBasedWeeks":[2]}})"},
+      {"every 3 days from 2024-01-01",
+       R"({"kind":"dayCycle","mask":{"anchorDaysSinceDatum":738885,"days":[true,false,false]}})"},
+      {"pattern 110 from 0001-01-02",
+       R"({"kind":"dayCycle","mask":{"anchorDaysSinceDatum":1,"days":[true,true,false]}})"},
+      {"every other week from 2024-01-03",
+       R"({"kind":"weekCycle","mask":{"anchorDate":20240103,"weeks":[true,false]}})"},
+      {"week pattern 011 from 2024-01-03",
+       R"({"kind":"weekCycle","mask":{"anchorDate":20240103,"weeks":[false,true,true]}})"},
+      {"mon,thu every 3 weeks from 2024-01-01",
+       R"({"kind":"daysOfWeeks","mask":{"anchorDate":20240101,"daysOfWeek":["monday","thursday"],"weeks":[true,false,false]}})"},
+      {"2024-12-25",
+       R"({"kind":"dateRange","mask":{"dateRangeInc":{"max":20241225,"min":20241225}}})"},
+      {"holidays 2024-12-24..2024-12-26, 2024-07-01..2024-07-14",
+       R"({"kind":"dateRanges","mask":{"dateRanges":[{"lowerBound":20240701,"upperBound":20240714},{"lowerBound":20241224,"upperBound":20241226}]}})"},
+      {"not mon", R"({"kind":"not","mask":{"mask":{"kind":"daysOfWeek","mask":["monday"]}}})"},
+      {"mon except 2024-07-01..2024-07-14",
+       R"({"kind":"allOf","mask":{"masks":[{"kind":"daysOfWeek","mask":["monday"]},{"kind":"not","mask":{"mask":{"kind":"dateRange","mask":{"dateRangeInc":{"max":20240714,"min":20240701}}}}}]}})"},
+      {"fri and day 13 or (last day)",
+       R"({"kind":"anyOf","mask":{"masks":[{"kind":"allOf","mask":{"masks":[{"kind":"daysOfWeek","mask":["friday"]},{"kind":"daysOfMonth","mask":{"oneBasedOrdinals":[13]}}]}},{"kind":"reverseDaysOfMonth","mask":{"oneBasedOrdinals":[1]}}]}})"},
+  };
+  for (const SyntaxCase& test : cases) {
+    const auto mask = makeDateMaskFromSyntax(test.syntax);
+    ASSERT_TRUE(mask) << test.syntax << "\n" << mask.error().chainDescription();
+    EXPECT_EQ(encodeTaggedDateMask(*mask.value()).dump(), test.tagged) << test.syntax;
+  }
+}
+
+TEST(QuandaDateMaskSyntax, UnreadableRulesNameTheirPart) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"", ""},
+      {"fortnightly", "fortnightly"},
+      {"mon and", ""},
+      {"(mon", ""},
+      {"days 1,x", "days 1,x"},
+      {"2024-03-05..2024-03-01", "2024-03-05..2024-03-01"},
+      {"every 0 days from 2024-01-01", "every 0 days from 2024-01-01"},
+  };
+  for (const auto& [syntax, part] : cases) {
+    const auto mask = makeDateMaskFromSyntax(syntax);
+    ASSERT_FALSE(mask) << syntax;
+    EXPECT_EQ(mask.error().message(), "Unreadable date mask") << syntax;
+    EXPECT_EQ(mask.error().argument("part"), part) << syntax;
+    EXPECT_EQ(mask.error().functionName(), "makeDateMask(syntax:)");
+  }
+  const auto badDate = makeDateMaskFromSyntax("every 2 weeks from 2023-02-29");
+  ASSERT_FALSE(badDate);
+  EXPECT_EQ(badDate.error().innermost().message(), "Invalid day for month in year");
+  EXPECT_EQ(badDate.error().argument("syntax"), "every 2 weeks from 2023-02-29");
+}
+
+TEST(QuandaDateMaskSyntax, RulesAlsoComeAsArchives) {
+  const auto fromArchive =
+      makeDateMaskFromSyntaxOrArchive(R"( {"kind": "daysOfWeek", "mask": ["monday"]})");
+  ASSERT_TRUE(fromArchive);
+  EXPECT_TRUE(fromArchive.value()->isEqual(*makeDateMaskFromSyntax("mon").value()));
+  EXPECT_TRUE(makeDateMaskFromSyntaxOrArchive("last fri"));
+  const auto broken = makeDateMaskFromSyntaxOrArchive(
+      R"({"kind": "dayCycle", "mask": {"anchorDaysSinceDatum": 0, "days": []}})");
+  ASSERT_FALSE(broken);
+  EXPECT_EQ(broken.error().message(), "Undecodable date mask archive");
+  EXPECT_EQ(broken.error().argument("reason"),
+            "Empty 'days' list: a day cycle needs at least one day");
+  EXPECT_EQ(makeDayOfGregorianWeekFromSyntax("Sun").value(), QuandaDayOfGregorianWeek::sunday);
+  EXPECT_FALSE(makeDayOfGregorianWeekFromSyntax("someday"));
+}
+
+}  // namespace
