@@ -10,7 +10,6 @@
 #include <cstddef>
 #include <functional>
 #include <ostream>
-#include <type_traits>
 
 #include "Keel/KeelBoundsEligibility.h"
 #include "Keel/KeelHash.h"
@@ -36,9 +35,6 @@ class KeelDomain {
 
   constexpr bool contains(const T& value, BoundsEligibility boundsEligibility =
                                               BoundsEligibility::inclusiveMinInclusiveMax) const {
-    if constexpr (std::is_floating_point_v<T>) {
-      if (value != value) return false;  // NaN is unordered with every bound: in no domain
-    }
     const T& low = trueMin();
     const T& high = trueMax();
     switch (boundsEligibility) {
