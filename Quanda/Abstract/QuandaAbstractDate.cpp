@@ -203,13 +203,30 @@ KeelResult<QuandaAbstractDate> QuandaAbstractDate::make(std::chrono::sys_days sy
 }
 
 std::string QuandaAbstractDate::serializeToIso8601String() const {
-  // Years past 9999 (reachable only through month and year arithmetic) print all their digits.
-  const int yearWidth = year_ > 9999 ? 5 : 4;
-  std::string text(static_cast<std::size_t>(yearWidth + 6), '-');
-  quanda_detail::writeDigits(text.data(), year_, yearWidth);
-  quanda_detail::writeDigits(text.data() + yearWidth + 1, month_, 2);
-  quanda_detail::writeDigits(text.data() + yearWidth + 4, day_, 2);
-  return text;
+  if (year_ > 9999) {
+    // Years past 9999 (reachable only through month and year arithmetic) print all five digits.
+    std::string text(11, '-');
+    quanda_detail::writeDigits(text.data(), year_, 5);
+    quanda_detail::writeDigits(text.data() + 6, month_, 2);
+    quanda_detail::writeDigits(text.data() + 9, day_, 2);
+    return text;
+  }
+  // Digit pairs by multiplication (x / 100 is x * 5243 >> 19 below 43699, x / 10 is x * 103 >> 10
+  // below 100), written into a local buffer that becomes the string in one copy.
+  char text[10];
+  const auto writePair = [](char* out, unsigned pair) {
+    const unsigned tens = (pair * 103) >> 10;
+    out[0] = static_cast<char>('0' + tens);
+    out[1] = static_cast<char>('0' + pair - 10 * tens);
+  };
+  const unsigned century = (unsigned{year_} * 5243) >> 19;
+  writePair(text, century);
+  writePair(text + 2, year_ - 100 * century);
+  text[4] = '-';
+  writePair(text + 5, month_);
+  text[7] = '-';
+  writePair(text + 8, day_);
+  return std::string(text, sizeof text);
 }
 
 KeelResult<std::uint8_t> QuandaAbstractDate::calendarWeeksIn(

@@ -56,17 +56,19 @@ class QuandaAbstractDate {
   };
 
   // Optional amounts for adding(...): applied as years, then months, then days.
+  // The members are default-initialised explicitly so that designated initialisers naming only
+  // some of them ({.days = 1}) compile without missing-initializer warnings.
   struct Amounts {
-    std::optional<std::int16_t> years;
-    std::optional<std::int32_t> months;
-    std::optional<std::int32_t> days;
+    std::optional<std::int16_t> years{};
+    std::optional<std::int32_t> months{};
+    std::optional<std::int32_t> days{};
   };
 
   // Optional field overrides for replacing(...).
   struct Replacement {
-    KeelOverride<std::uint16_t> year;
-    KeelOverride<std::uint8_t> month;
-    KeelOverride<std::uint8_t> day;
+    KeelOverride<std::uint16_t> year{};
+    KeelOverride<std::uint8_t> month{};
+    KeelOverride<std::uint8_t> day{};
   };
 
   // A week number counted from the week holding the datum, and the 0-based position of the date
@@ -263,6 +265,8 @@ class QuandaAbstractDate {
   constexpr QuandaAbstractDate(std::uint16_t year, std::uint8_t month, std::uint8_t day) noexcept
       : day_(day), month_(month), year_(year) {}
 
+  // makeFromDaysSinceDatum without the clamp, for counts already known to be in range.
+  static constexpr QuandaAbstractDate makeFromValidDaysSinceDatum(std::uint32_t days) noexcept;
   static constexpr bool isValid(std::uint16_t year, std::uint8_t month, std::uint8_t day) noexcept {
     return validYearRange.contains(year) && validMonthRange.contains(month) && day >= 1 &&
            day <= Quanda::DaysIn::Gregorian::oneBasedMonth(month, year);
@@ -291,8 +295,9 @@ inline constexpr QuandaAbstractDate QuandaAbstractDate::zero{1, 1, 1};
 // Day counts use the Euclidean affine functions of Neri and Schneider: the year is taken to begin
 // on 1 March, so that February's varying length falls at the end; then the day count of a
 // (year, month, day) is a sum of three affine functions, and the inverse a few divisions by
-// constants (which compile to multiplications). Day 0 of that March-based count is 0000-03-01,
-// 306 days before the datum.
+// constants (which compile to multiplications). The inverse first folds the Gregorian century
+// rule into the count, leaving plain four-year cycles, which saves two of those multiplications.
+// Day 0 of the March-based count is 0000-03-01, 306 days before the datum.
 namespace quanda_detail {
 inline constexpr std::uint32_t marchBasedDaysBeforeDatum = 306;
 }
@@ -316,24 +321,32 @@ constexpr std::uint32_t QuandaAbstractDate::daysFromDatumUntilBeginningOf(
 
 constexpr QuandaAbstractDate QuandaAbstractDate::makeFromDaysSinceDatum(
     std::uint32_t daysSinceDatum) noexcept {
-  const std::uint32_t days = daysSinceDatum < validDaysSinceDatumRange.max()
-                                 ? daysSinceDatum
-                                 : validDaysSinceDatumRange.max();
+  return makeFromValidDaysSinceDatum(daysSinceDatum < validDaysSinceDatumRange.max()
+                                         ? daysSinceDatum
+                                         : validDaysSinceDatumRange.max());
+}
+
+constexpr QuandaAbstractDate QuandaAbstractDate::makeFromValidDaysSinceDatum(
+    std::uint32_t days) noexcept {
   const std::uint32_t marchBased = days + quanda_detail::marchBasedDaysBeforeDatum;
-  // Centuries, then years within the century, then the day within the March-based year.
-  const std::uint32_t n1 = 4 * marchBased + 3;
-  const std::uint32_t century = n1 / 146097;
-  const std::uint32_t dayOfCentury = n1 % 146097 / 4;
-  const std::uint64_t u2 = std::uint64_t{2939745} * (4 * dayOfCentury + 3);
-  const std::uint32_t yearOfCentury = static_cast<std::uint32_t>(u2 >> 32);
-  const std::uint32_t dayOfYear = static_cast<std::uint32_t>(u2) / 2939745 / 4;
+  // Every century of the March-based count but every fourth lacks the leap day that a plain
+  // four-year cycle would give it. Adding the missing days back turns the count into one of plain
+  // four-year cycles, whose year and day of year one 64-bit multiplication gives: 2939745 is
+  // 2^32 / 1461 rounded up, so the high half of the product is the year and the low half the
+  // fraction of the year, exact far beyond year 9999.
+  const std::uint32_t century = (4 * marchBased + 3) / 146097;
+  const std::uint32_t fourYearCycled = marchBased + century - century / 4;
+  const std::uint64_t product = std::uint64_t{4 * fourYearCycled + 3} * 2939745;
+  const auto marchBasedYear = static_cast<std::uint32_t>(product >> 32);
+  const std::uint32_t dayOfYear = static_cast<std::uint32_t>(product) / (4 * 2939745);
+  // Months of the March-based year: 2141 / 65536 days per month in fixed point.
   const std::uint32_t n3 = 2141 * dayOfYear + 197913;
   const std::uint32_t marchBasedMonth = n3 >> 16;
   const std::uint32_t dayOfMonth = (n3 & 0xFFFF) / 2141;
-  const std::uint32_t januaryOrFebruary = dayOfYear >= 306;
+  const bool januaryOrFebruary = dayOfYear >= 306;
   return QuandaAbstractDate(
-      static_cast<std::uint16_t>(100 * century + yearOfCentury + januaryOrFebruary),
-      static_cast<std::uint8_t>(marchBasedMonth - 12 * januaryOrFebruary),
+      static_cast<std::uint16_t>(marchBasedYear + januaryOrFebruary),
+      static_cast<std::uint8_t>(januaryOrFebruary ? marchBasedMonth - 12 : marchBasedMonth),
       static_cast<std::uint8_t>(dayOfMonth + 1));
 }
 
@@ -421,7 +434,7 @@ constexpr QuandaAbstractDate QuandaAbstractDate::addingDays(std::int32_t days) c
   const std::int64_t target = std::int64_t{daysSinceDatum()} + days;
   KEEL_PRECONDITION(target >= 0 && target <= validDaysSinceDatumRange.max(),
                     "adding days leaves 0001-01-01...9999-12-31");
-  return makeFromDaysSinceDatum(static_cast<std::uint32_t>(target));
+  return makeFromValidDaysSinceDatum(static_cast<std::uint32_t>(target));
 }
 
 constexpr QuandaAbstractDate QuandaAbstractDate::addingMonths(std::int32_t months) const {
