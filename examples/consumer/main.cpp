@@ -1,26 +1,22 @@
-// A tiny app built against the installed Quanda package, out of the library's tree.
+// A tiny app built against the installed Quanda package, out of the library's tree: it plans a
+// weekly meeting with the library's values and prints them, so that linking proves the whole
+// package (the library, its foundation and ICU, which writes fractional seconds).
 #include <iostream>
 
-#include "Keel/KeelResult.h"
-
-namespace {
-
-// Fallible work reports through KeelResult, as the library's own operations do.
-KeelResult<int> checkedMonth(int month) {
-  if (month < 1 || month > 12) {
-    return KeelResult<int>("Month out of range", {{"month", month}}, "consumer/main",
-                           "checkedMonth(_:)", __LINE__);
-  }
-  return month;
-}
-
-}  // namespace
+#include "Quanda/Quanda.h"
 
 int main() {
-  const KeelResult<int> february = checkedMonth(2);
-  const KeelResult<int> thirteenth = checkedMonth(13);
-  if (!february || thirteenth) return 1;
-  std::cout << "month " << february.value() << " accepted; month 13 refused: " << thirteenth.error()
-            << '\n';
+  const KeelResult<QuandaAbstractDate> start =
+      QuandaAbstractDate::makeFromIso8601String("2024-02-29");
+  const KeelResult<QuandaAbstractDate> refused =
+      QuandaAbstractDate::makeFromIso8601String("2024-02-30");
+  if (!start || refused) return 1;
+
+  const auto time = QuandaAbstractRealTimeOfDay::make(9, 30, 15.25);
+  if (!time) return 1;
+  const QuandaAbstractDate nextWeek = start.value().addingDays(7);
+  std::cout << "first meeting " << start.value() << " at " << time.value() << ", then " << nextWeek
+            << " (" << nextWeek.dayOfWeek() << ")\n";
+  std::cout << "refused: " << refused.error() << '\n';
   return 0;
 }

@@ -1,0 +1,81 @@
+// Quanda.h: the whole library in one include.
+//
+// Each type also has its own header (one type per header, named after the type); include those
+// directly to keep compile times down. This header is for programs that use the library broadly.
+#pragma once
+
+// The foundation
+#include "Keel/KeelBoundsEligibility.h"
+#include "Keel/KeelCheckedArithmetic.h"
+#include "Keel/KeelClosedRange.h"
+#include "Keel/KeelDate.h"
+#include "Keel/KeelDecodingError.h"
+#include "Keel/KeelDomain.h"
+#include "Keel/KeelDoubleDomain.h"
+#include "Keel/KeelError.h"
+#include "Keel/KeelFiniteCacheThreshold.h"
+#include "Keel/KeelHash.h"
+#include "Keel/KeelJson.h"
+#include "Keel/KeelLazyFiniteCountCache.h"
+#include "Keel/KeelMathUtil.h"
+#include "Keel/KeelOverride.h"
+#include "Keel/KeelPrecision.h"
+#include "Keel/KeelPrecondition.h"
+#include "Keel/KeelRangeSequence.h"
+#include "Keel/KeelResult.h"
+#include "Keel/KeelScalarInterpolable.h"
+#include "Keel/KeelSortedArray.h"
+
+// Constants, weekdays, clocks and time providing
+#include "Quanda/QuandaAppTime.h"
+#include "Quanda/QuandaConstants.h"
+#include "Quanda/QuandaDayOfGregorianWeek.h"
+#include "Quanda/QuandaInterfaceTimeInterval.h"
+#include "Quanda/QuandaLogicTimeInterval.h"
+#include "Quanda/QuandaMockTimeProvider.h"
+#include "Quanda/QuandaTimeProviderRequiring.h"
+#include "Quanda/QuandaTimeProviding.h"
+
+// Calendar-free values
+#include "Quanda/Abstract/QuandaAbstractDate.h"
+#include "Quanda/Abstract/QuandaAbstractDateDomain.h"
+#include "Quanda/Abstract/QuandaAbstractDateDomainSplit.h"
+#include "Quanda/Abstract/QuandaAbstractDateIterator.h"
+#include "Quanda/Abstract/QuandaAbstractDateTimeDomain.h"
+#include "Quanda/Abstract/QuandaAbstractNaturalDateTime.h"
+#include "Quanda/Abstract/QuandaAbstractNaturalTimeOfDay.h"
+#include "Quanda/Abstract/QuandaAbstractRealDateTime.h"
+#include "Quanda/Abstract/QuandaAbstractRealTimeOfDay.h"
+#include "Quanda/Abstract/QuandaAbstractRelativeDiscreteTimeOfDay.h"
+#include "Quanda/Abstract/QuandaAbstractRelativeRealTimeOfDay.h"
+#include "Quanda/Abstract/QuandaSecondsFormatter.h"
+
+// Time spans
+#include "Quanda/TimeSpans/QuandaDiscreteTimeSpan.h"
+#include "Quanda/TimeSpans/QuandaNaturalTimeSpan.h"
+#include "Quanda/TimeSpans/QuandaRealTimeSpan.h"
+
+// Date masks
+#include "Quanda/DateMasks/QuandaCyclePattern.h"
+#include "Quanda/DateMasks/QuandaDateMaskArchive.h"
+#include "Quanda/DateMasks/QuandaDateMaskSyntax.h"
+#include "Quanda/DateMasks/QuandaDateMasking.h"
+#include "Quanda/DateMasks/QuandaDateRangeDateMask.h"
+#include "Quanda/DateMasks/QuandaDateRangesDateMask.h"
+#include "Quanda/DateMasks/QuandaDayCycleDateMask.h"
+#include "Quanda/DateMasks/QuandaDayOfGregorianWeekSet.h"
+#include "Quanda/DateMasks/QuandaDaysOfMonthDateMask.h"
+#include "Quanda/DateMasks/QuandaDaysOfWeekDateMask.h"
+#include "Quanda/DateMasks/QuandaDaysOfWeeksDateMask.h"
+#include "Quanda/DateMasks/QuandaEveryDayDateMask.h"
+#include "Quanda/DateMasks/QuandaJunctionDateMask.h"
+#include "Quanda/DateMasks/QuandaMonthPositionDateMask.h"
+#include "Quanda/DateMasks/QuandaNotDateMask.h"
+#include "Quanda/DateMasks/QuandaOrdinalSet.h"
+#include "Quanda/DateMasks/QuandaReverseDaysOfMonthDateMask.h"
+#include "Quanda/DateMasks/QuandaReverseWeekdaysOfMonthDateMask.h"
+#include "Quanda/DateMasks/QuandaReverseWeeksOfMonthDateMask.h"
+#include "Quanda/DateMasks/QuandaWeekCycle.h"
+#include "Quanda/DateMasks/QuandaWeekCycleDateMask.h"
+#include "Quanda/DateMasks/QuandaWeekdaysOfMonthDateMask.h"
+#include "Quanda/DateMasks/QuandaWeeksOfMonthDateMask.h"
