@@ -229,7 +229,6 @@ static_assert(sizeof(QuandaAbstractDate) == 4 &&
 // rule matching every month finds its answer without an unpredictable branch.
 inline std::optional<QuandaAbstractDate> nextMonthDay(const MonthDaySets& sets,
                                                       QuandaAbstractDate after) noexcept {
-  if (!sets.canAnswer(true)) return std::nullopt;
   std::uint32_t year = after.year();
   std::uint32_t month = after.month();
   std::uint32_t index = calendarCycleIndex(year, month);
@@ -237,23 +236,23 @@ inline std::optional<QuandaAbstractDate> nextMonthDay(const MonthDaySets& sets,
   const std::uint32_t rest =
       sets.days(kindOfMonth(index)) & ~((std::uint32_t{2} << after.day()) - 1);
   std::uint64_t days = rest | std::uint64_t{sets.days(kindOfMonthAfter(index))} << 32;
-  while (days == 0) {
+  while (days == 0 && sets.canAnswer(true) && year <= 9999) {
     index = index + 2 >= monthsInCalendarCycle ? index + 2 - monthsInCalendarCycle : index + 2;
     month += 2;
     if (month > 12) {
       month -= 12;
-      if (++year > 9999) return std::nullopt;
+      ++year;
     }
     days = sets.days(kindOfMonth(index)) | std::uint64_t{sets.days(kindOfMonthAfter(index))} << 32;
   }
-  const auto bit = static_cast<std::uint32_t>(std::countr_zero(days));
+  // One exit, so that the optional date is built once, in registers.
+  const auto bit = static_cast<std::uint32_t>(std::countr_zero(days | std::uint64_t{1} << 63));
   month += bit >> 5;
-  if (month > 12) {
-    month -= 12;
-    ++year;
-  }
-  if (year > 9999) return std::nullopt;
-  return dateFromValidFields(year, month, bit & 31);
+  const std::uint32_t nextYear = month > 12;
+  month -= 12 * nextYear;
+  year += nextYear;
+  return days != 0 && year <= 9999 ? std::optional(dateFromValidFields(year, month, bit & 31))
+                                   : std::nullopt;
 }
 
 // The last matching date strictly before `before`, or nothing down to 0001-01-01; two months at a
