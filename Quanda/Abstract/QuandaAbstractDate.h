@@ -20,6 +20,7 @@
 // archived in JSON as its packed yyyymmdd number (20240305).
 #pragma once
 
+#include <bit>
 #include <chrono>
 #include <compare>
 #include <cstddef>
@@ -42,6 +43,10 @@
 
 class QuandaAbstractNaturalDateTime;
 class QuandaAbstractRealDateTime;
+
+// The library's own searches derive fields that are valid by construction and need the date made
+// from them without checking again; only they may do so.
+struct QuandaAbstractDateFieldsAccess;
 
 class QuandaAbstractDate {
  public:
@@ -262,6 +267,8 @@ class QuandaAbstractDate {
   }
 
  private:
+  friend struct QuandaAbstractDateFieldsAccess;
+
   constexpr QuandaAbstractDate(std::uint16_t year, std::uint8_t month, std::uint8_t day) noexcept
       : day_(day), month_(month), year_(year) {}
 
@@ -280,6 +287,22 @@ class QuandaAbstractDate {
   std::uint16_t year_;
 };
 
+struct QuandaAbstractDateFieldsAccess {
+  // A date from fields the caller guarantees valid, built in one register: field by field, the
+  // date is written a byte at a time and read back whole, a stall that costs more than a whole
+  // month-by-month search. The packing follows the declared layout (day, month, year from the
+  // lowest address up), which the static_assert below checks.
+  static constexpr QuandaAbstractDate makeFromValidFields(std::uint32_t year, std::uint32_t month,
+                                                          std::uint32_t day) noexcept {
+    if constexpr (std::endian::native == std::endian::little) {
+      return std::bit_cast<QuandaAbstractDate>(day | month << 8 | year << 16);
+    } else {
+      return QuandaAbstractDate(static_cast<std::uint16_t>(year), static_cast<std::uint8_t>(month),
+                                static_cast<std::uint8_t>(day));
+    }
+  }
+};
+
 // ---- Inline definitions ----------------------------------------------------------------------
 
 constexpr std::optional<QuandaAbstractDate> QuandaAbstractDate::makeIfValid(
@@ -291,6 +314,12 @@ constexpr std::optional<QuandaAbstractDate> QuandaAbstractDate::makeIfValid(
 inline constexpr KeelDomain<QuandaAbstractDate> QuandaAbstractDate::validRange{
     QuandaAbstractDate(1, 1, 1), QuandaAbstractDate(9999, 12, 31)};
 inline constexpr QuandaAbstractDate QuandaAbstractDate::zero{1, 1, 1};
+
+static_assert(sizeof(QuandaAbstractDate) == 4 &&
+              QuandaAbstractDateFieldsAccess::makeFromValidFields(2024, 2, 29) ==
+                  *QuandaAbstractDate::makeIfValid(2024, 2, 29) &&
+              QuandaAbstractDateFieldsAccess::makeFromValidFields(9999, 12, 31) ==
+                  QuandaAbstractDate::validRange.max());
 
 // Day counts use the Euclidean affine functions of Neri and Schneider: the year is taken to begin
 // on 1 March, so that February's varying length falls at the end; then the day count of a

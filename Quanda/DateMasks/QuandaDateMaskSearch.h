@@ -205,25 +205,6 @@ class MonthDaySets {
   bool canMiss_ = true;
 };
 
-// A date from fields known to be valid, in one register. Built field by field (or through
-// makeIfValid), the date is written to memory a byte at a time and read back whole, a stall
-// that costs more than the whole month walk; so the fields are packed as QuandaAbstractDate
-// lays them out (day, month, year from the lowest address up), which the static_assert below
-// checks at compile time.
-constexpr QuandaAbstractDate dateFromValidFields(std::uint32_t year, std::uint32_t month,
-                                                 std::uint32_t day) noexcept {
-  if constexpr (std::endian::native == std::endian::little) {
-    return std::bit_cast<QuandaAbstractDate>(day | month << 8 | year << 16);
-  } else {
-    return *QuandaAbstractDate::makeIfValid(static_cast<std::uint16_t>(year),
-                                            static_cast<std::uint8_t>(month),
-                                            static_cast<std::uint8_t>(day));
-  }
-}
-static_assert(sizeof(QuandaAbstractDate) == 4 &&
-              dateFromValidFields(2024, 2, 29) == *QuandaAbstractDate::makeIfValid(2024, 2, 29) &&
-              dateFromValidFields(9999, 12, 31) == QuandaAbstractDate::validRange.max());
-
 // The first matching date strictly after `after`, or nothing up to 9999-12-31. Two months are read
 // at a time, as one 64-bit set (the first month in bits 0-31, the second in bits 32-63), so that a
 // rule matching every month finds its answer without an unpredictable branch.
@@ -251,8 +232,10 @@ inline std::optional<QuandaAbstractDate> nextMonthDay(const MonthDaySets& sets,
   const std::uint32_t nextYear = month > 12;
   month -= 12 * nextYear;
   year += nextYear;
-  return days != 0 && year <= 9999 ? std::optional(dateFromValidFields(year, month, bit & 31))
-                                   : std::nullopt;
+  return days != 0 && year <= 9999
+             ? std::optional(
+                   QuandaAbstractDateFieldsAccess::makeFromValidFields(year, month, bit & 31))
+             : std::nullopt;
 }
 
 // The last matching date strictly before `before`, or nothing down to 0001-01-01; two months at a
@@ -284,7 +267,7 @@ inline std::optional<QuandaAbstractDate> previousMonthDay(const MonthDaySets& se
     }
   }
   if (year == 0) return std::nullopt;
-  return dateFromValidFields(year, month, bit & 31);
+  return QuandaAbstractDateFieldsAccess::makeFromValidFields(year, month, bit & 31);
 }
 
 // The earliest day count in first...last (a checked window) that gives `matching`.
