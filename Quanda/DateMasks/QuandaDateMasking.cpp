@@ -14,7 +14,7 @@ void requireWindow(std::uint32_t first, std::uint32_t last) {
 }
 }  // namespace
 
-std::optional<QuandaAbstractDate> QuandaDateMasking::nextMatch(
+std::optional<QuandaAbstractDate> QuandaDateMasking::nextMatchByDayCount(
     QuandaAbstractDate after, QuandaDayOfGregorianWeek firstDayOfWeek) const {
   const std::uint32_t day = after.daysSinceDatum();
   if (day >= lastValidDayCount) return std::nullopt;
@@ -23,7 +23,7 @@ std::optional<QuandaAbstractDate> QuandaDateMasking::nextMatch(
   return QuandaAbstractDate::makeFromDaysSinceDatum(*found);
 }
 
-std::optional<QuandaAbstractDate> QuandaDateMasking::previousMatch(
+std::optional<QuandaAbstractDate> QuandaDateMasking::previousMatchByDayCount(
     QuandaAbstractDate before, QuandaDayOfGregorianWeek firstDayOfWeek) const {
   const std::uint32_t day = before.daysSinceDatum();
   if (day == 0) return std::nullopt;
@@ -71,6 +71,7 @@ std::optional<std::uint32_t> QuandaDateMasking::latestDayCount(
 std::optional<std::uint32_t> QuandaDateMasking::findEarliest(
     bool matching, std::uint32_t first, std::uint32_t last,
     QuandaDayOfGregorianWeek firstDayOfWeek) const {
+  if (isMonthLocal_) return quanda_detail::earliestMonthDay(monthDaySets_, matching, first, last);
   for (std::uint32_t day = first;; ++day) {
     if (matches(QuandaAbstractDate::makeFromDaysSinceDatum(day), firstDayOfWeek) == matching) {
       return day;
@@ -82,6 +83,7 @@ std::optional<std::uint32_t> QuandaDateMasking::findEarliest(
 std::optional<std::uint32_t> QuandaDateMasking::findLatest(
     bool matching, std::uint32_t first, std::uint32_t last,
     QuandaDayOfGregorianWeek firstDayOfWeek) const {
+  if (isMonthLocal_) return quanda_detail::latestMonthDay(monthDaySets_, matching, first, last);
   for (std::uint32_t day = last;; --day) {
     if (matches(QuandaAbstractDate::makeFromDaysSinceDatum(day), firstDayOfWeek) == matching) {
       return day;

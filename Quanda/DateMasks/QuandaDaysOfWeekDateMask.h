@@ -3,7 +3,9 @@
 //
 // The date matches when its weekday (day count modulo 7) is in daysOfWeek; the preferred first day
 // of the week plays no part. The set is seven bits, so the test is a remainder, a shift and an
-// AND; the next match is a rotation of those bits. An empty set matches nothing.
+// AND; the next day count with an answer is a rotation of those bits. The mask is month-local, so
+// nextMatch and the combinations with other month-local rules walk month by month. An empty set
+// matches nothing.
 //
 // Archived as the bare list of day names, sorted monday first: ["monday", "thursday"].
 #pragma once
@@ -15,6 +17,7 @@
 #include <string_view>
 
 #include "Quanda/DateMasks/QuandaDateMaskBase.h"
+#include "Quanda/DateMasks/QuandaDateMaskSearch.h"
 #include "Quanda/DateMasks/QuandaDayOfGregorianWeekSet.h"
 
 class QuandaDaysOfWeekDateMask final : public QuandaDateMaskBase<QuandaDaysOfWeekDateMask> {
@@ -23,7 +26,12 @@ class QuandaDaysOfWeekDateMask final : public QuandaDateMaskBase<QuandaDaysOfWee
 
   // From a std::set<QuandaDayOfGregorianWeek> or a braced list of days.
   explicit QuandaDaysOfWeekDateMask(QuandaDayOfGregorianWeekSet daysOfWeek) noexcept
-      : daysOfWeek_(daysOfWeek) {}
+      : daysOfWeek_(daysOfWeek) {
+    setMonthDaySets(quanda_detail::MonthDaySets::make(
+        [daysOfWeek](std::uint32_t, std::uint32_t weekdayOfFirst) {
+          return quanda_detail::daysOnWeekdays(daysOfWeek.bits(), weekdayOfFirst);
+        }));
+  }
 
   std::set<QuandaDayOfGregorianWeek> daysOfWeek() const { return daysOfWeek_.toSet(); }
   QuandaDayOfGregorianWeekSet daysOfWeekSet() const noexcept { return daysOfWeek_; }

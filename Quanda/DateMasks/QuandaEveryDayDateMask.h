@@ -14,7 +14,7 @@ class QuandaEveryDayDateMask final : public QuandaDateMaskBase<QuandaEveryDayDat
  public:
   static constexpr std::string_view kind = "everyDay";
 
-  QuandaEveryDayDateMask() = default;
+  QuandaEveryDayDateMask() noexcept { setMonthDaySets(quanda_detail::MonthDaySets::everyDay()); }
 
   bool matches(QuandaAbstractDate, QuandaDayOfGregorianWeek) const override { return true; }
 

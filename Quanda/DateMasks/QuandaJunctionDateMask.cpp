@@ -84,15 +84,28 @@ std::optional<std::uint32_t> latestOfAny(const Masks& masks, bool answer, std::u
 
 template <QuandaJunction junction>
 QuandaJunctionDateMask<junction>::QuandaJunctionDateMask(Masks masks) : masks_(std::move(masks)) {
+  auto sets = junction == QuandaJunction::allOf ? quanda_detail::MonthDaySets::everyDay()
+                                                : quanda_detail::MonthDaySets::noDay();
+  bool monthLocal = true;
   for (const auto& mask : masks_) {
     KEEL_PRECONDITION(mask != nullptr, "a combination of date masks cannot hold a null mask");
+    const auto* inner = mask->monthDaySets();
+    if (inner == nullptr) {
+      monthLocal = false;
+    } else if (monthLocal) {
+      sets = junction == QuandaJunction::allOf ? sets & *inner : sets | *inner;
+    }
   }
+  if (monthLocal) this->setMonthDaySets(sets);
 }
 
 template <QuandaJunction junction>
 std::optional<std::uint32_t> QuandaJunctionDateMask<junction>::findEarliest(
     bool matching, std::uint32_t first, std::uint32_t last,
     QuandaDayOfGregorianWeek firstDayOfWeek) const {
+  if (this->monthDaySets() != nullptr) {
+    return QuandaDateMasking::findEarliest(matching, first, last, firstDayOfWeek);
+  }
   return needsEvery(matching) ? earliestOfEvery(masks_, matching, first, last, firstDayOfWeek)
                               : earliestOfAny(masks_, matching, first, last, firstDayOfWeek);
 }
@@ -101,6 +114,9 @@ template <QuandaJunction junction>
 std::optional<std::uint32_t> QuandaJunctionDateMask<junction>::findLatest(
     bool matching, std::uint32_t first, std::uint32_t last,
     QuandaDayOfGregorianWeek firstDayOfWeek) const {
+  if (this->monthDaySets() != nullptr) {
+    return QuandaDateMasking::findLatest(matching, first, last, firstDayOfWeek);
+  }
   return needsEvery(matching) ? latestOfEvery(masks_, matching, first, last, firstDayOfWeek)
                               : latestOfAny(masks_, matching, first, last, firstDayOfWeek);
 }

@@ -6,14 +6,18 @@
 // immutable, tested in the order given (put the cheap or selective ones first); a null mask is a
 // programming error.
 //
-// Searching: a date that any one of the masks gives (a match for any-of, a miss for all-of) is the
+// Searching: when every mask is month-local (weekdays, days and weeks of the month, and their
+// combinations), so is the combination: its month day sets are the AND (all of) or the OR (any of)
+// of theirs, made once here, and "Friday the 13th" is found by walking month by month.
+//
+// Otherwise, a date that any one of the masks gives (a match for any-of, a miss for all-of) is the
 // earliest such date over the masks, one search each. A date that every mask must give is found
 // by leapfrogging: each mask in turn jumps to its own next candidate from the current one, until a
 // full round of masks agrees on a date. Every step is a mask's own search, and each jump that
 // does not agree moves forward, so the work is bounded by the number of disagreements, not by the
 // number of days; a window with no common date ends the search at its end. Masks that never agree
-// on anything (the 31st and the second-to-last day of the month) make the leapfrog run through the
-// window jump by jump: a search up to 9999-12-31 then takes a few milliseconds, never a scan.
+// on anything (two disjoint date cycles) make the leapfrog run through the window jump by jump: a
+// search up to 9999-12-31 then takes a few milliseconds, never a scan.
 //
 //   QuandaAllOfDateMask mondaysOutsideHolidays({mondays,
 //   std::make_shared<QuandaNotDateMask>(holidays)});

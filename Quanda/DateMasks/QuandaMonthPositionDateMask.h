@@ -17,10 +17,10 @@
 // month's reach are kept in the sets but never match.
 //
 // The sets are bit sets: a test is a division by a constant at most, a shift and an AND, and the
-// weekday test comes first, so the position is not computed for a weekday outside the set. To find
-// occurrences the mask keeps, for each month length from 28 to 31, the 32-bit set of days it
-// selects; the next match is then the lowest day of that set (intersected with the weekdays that
-// the month's 1st sets in place) in the first month that has one.
+// weekday test comes first, so the position is not computed for a weekday outside the set. Every
+// mask of the family is month-local: it keeps, from its construction, the 32-bit set of days it
+// selects in each kind of month (length and weekday of the 1st), and its searches take the
+// lowest day of that set in the first month that has one (see QuandaDateMasking).
 #pragma once
 
 #include <cstddef>
@@ -83,17 +83,6 @@ class QuandaMonthPositionDateMask final
     return (positions_.lowBits() >> (position / Rule::blockLength + 1)) & 1U;
   }
 
- protected:
-  std::optional<std::uint32_t> findEarliest(bool matching, std::uint32_t first, std::uint32_t last,
-                                            QuandaDayOfGregorianWeek) const override {
-    return quanda_detail::earliestMonthDay(matching, canAnswer(matching), first, last,
-                                           wantedDays());
-  }
-  std::optional<std::uint32_t> findLatest(bool matching, std::uint32_t first, std::uint32_t last,
-                                          QuandaDayOfGregorianWeek) const override {
-    return quanda_detail::latestMonthDay(matching, canAnswer(matching), first, last, wantedDays());
-  }
-
  public:
   friend bool operator==(const QuandaMonthPositionDateMask& lhs,
                          const QuandaMonthPositionDateMask& rhs) noexcept {
@@ -104,32 +93,24 @@ class QuandaMonthPositionDateMask final
   struct Tag {};
   QuandaMonthPositionDateMask(QuandaDayOfGregorianWeekSet daysOfWeek, QuandaOrdinalSet positions,
                               Tag) noexcept
-      : daysOfWeek_(daysOfWeek),
-        positions_(positions),
-        daysByLength_(quanda_detail::DaysByMonthLength::make(positions.lowBits(), Rule::blockLength,
-                                                             Rule::fromEnd)) {}
-
-  bool canAnswer(bool matching) const noexcept {
-    if (Rule::withWeekdays && daysOfWeek_.isEmpty()) return !matching;
-    if (Rule::withWeekdays && !matching && daysOfWeek_ != QuandaDayOfGregorianWeekSet::all()) {
-      return true;
+      : daysOfWeek_(daysOfWeek), positions_(positions) {
+    std::uint32_t daysByLength[4] = {};
+    for (std::uint32_t length = 28; length <= 31; ++length) {
+      daysByLength[length - 28] = quanda_detail::daysInBlocks(
+          positions.lowBits(), Rule::blockLength, Rule::fromEnd, length);
     }
-    return quanda_detail::canAnswer(matching, daysByLength_(31));
-  }
-
-  auto wantedDays() const noexcept {
-    return [this](std::uint32_t monthLength, std::uint32_t weekdayOfFirst) {
-      std::uint32_t days = daysByLength_(monthLength);
-      if constexpr (Rule::withWeekdays) {
-        days &= quanda_detail::daysOnWeekdays(daysOfWeek_.bits(), weekdayOfFirst);
-      }
-      return days;
-    };
+    this->setMonthDaySets(
+        quanda_detail::MonthDaySets::make([&](std::uint32_t length, std::uint32_t weekdayOfFirst) {
+          std::uint32_t days = daysByLength[length - 28];
+          if constexpr (Rule::withWeekdays) {
+            days &= quanda_detail::daysOnWeekdays(daysOfWeek.bits(), weekdayOfFirst);
+          }
+          return days;
+        }));
   }
 
   QuandaDayOfGregorianWeekSet daysOfWeek_;  // all seven days for the masks without weekdays
   QuandaOrdinalSet positions_;
-  quanda_detail::DaysByMonthLength daysByLength_;  // derived from positions_
 };
 
 template <class Rule>

@@ -2,7 +2,9 @@
 //
 // Searching it is searching the inner mask for the other answer, which every mask supports, so
 // finding the next date outside a long holiday range is one jump past the range's end, not a walk
-// through it. The inner mask is shared and immutable; a null mask is a programming error.
+// through it. The not of a month-local mask is month-local (its month day sets are the
+// complement), so it searches month by month itself. The inner mask is shared and immutable; a
+// null mask is a programming error.
 //
 //   QuandaNotDateMask notHolidays(std::make_shared<QuandaDateRangeDateMask>(summer));
 //   // archived as {"mask": {"kind": "dateRange", "mask": {"dateRangeInc": {...}}}}
@@ -32,10 +34,16 @@ class QuandaNotDateMask final : public QuandaDateMaskBase<QuandaNotDateMask> {
   std::optional<std::uint32_t> findEarliest(
       bool matching, std::uint32_t first, std::uint32_t last,
       QuandaDayOfGregorianWeek firstDayOfWeek) const override {
+    if (monthDaySets() != nullptr) {
+      return QuandaDateMasking::findEarliest(matching, first, last, firstDayOfWeek);
+    }
     return mask_->earliestDayCount(!matching, first, last, firstDayOfWeek);
   }
   std::optional<std::uint32_t> findLatest(bool matching, std::uint32_t first, std::uint32_t last,
                                           QuandaDayOfGregorianWeek firstDayOfWeek) const override {
+    if (monthDaySets() != nullptr) {
+      return QuandaDateMasking::findLatest(matching, first, last, firstDayOfWeek);
+    }
     return mask_->latestDayCount(!matching, first, last, firstDayOfWeek);
   }
 

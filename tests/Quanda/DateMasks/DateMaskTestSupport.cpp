@@ -235,19 +235,41 @@ MaskCase randomMask(Kind kind, std::mt19937_64& random, std::uint32_t near, int 
               noRestriction};
     }
     case Kind::allOf:
-    case Kind::anyOf: {
-      const int count = std::uniform_int_distribution<int>(depth > 1 ? 1 : 0, 3)(random);
+    case Kind::anyOf:
+    case Kind::monthLocalCombination: {
+      const bool monthLocal = kind == Kind::monthLocalCombination;
+      const int junction = monthLocal            ? std::uniform_int_distribution<int>(0, 2)(random)
+                           : kind == Kind::allOf ? 0
+                                                 : 1;
+      const int count = junction == 2 ? 1
+                                      : std::uniform_int_distribution<int>(
+                                            depth > 1 ? 1 : 0, monthLocal ? 4 : 3)(random);
       std::vector<std::shared_ptr<const QuandaDateMasking>> masks;
       std::vector<MaskCase> parts;
       for (int index = 0; index < count; ++index) {
-        const Kind inner = depth < 1 && chance(random, 0.25)
-                               ? (chance(random, 0.5) ? Kind::negation : Kind::anyOf)
-                               : simpleKinds[std::uniform_int_distribution<std::size_t>(
-                                     0, std::size(simpleKinds) - 1)(random)];
+        Kind inner;
+        if (monthLocal) {
+          // Deeper levels only from the plain month-local kinds.
+          const std::size_t kinds = std::size(monthLocalKinds) - (depth < 2 ? 0 : 1);
+          inner = monthLocalKinds[std::uniform_int_distribution<std::size_t>(0, kinds - 1)(random)];
+        } else {
+          inner = depth < 1 && chance(random, 0.25)
+                      ? (chance(random, 0.5) ? Kind::negation : Kind::anyOf)
+                      : simpleKinds[std::uniform_int_distribution<std::size_t>(
+                            0, std::size(simpleKinds) - 1)(random)];
+        }
         parts.push_back(randomMask(inner, random, near, depth + 1));
         masks.push_back(parts.back().mask);
       }
-      const bool all = kind == Kind::allOf;
+      if (junction == 2) {
+        return {std::make_shared<QuandaNotDateMask>(parts[0].mask),
+                [reference = parts[0].reference](const ReferenceDay& day,
+                                                 QuandaDayOfGregorianWeek first) {
+                  return !reference(day, first);
+                },
+                noRestriction};
+      }
+      const bool all = junction == 0;
       std::shared_ptr<const QuandaDateMasking> mask;
       if (all) {
         mask = std::make_shared<QuandaAllOfDateMask>(masks);

@@ -66,6 +66,9 @@ enum class Kind {
   allOf,
   anyOf,
   negation,
+  // all of, any of or not of month-local masks only (weekdays, days and weeks of the month), which
+  // search by their combined month day sets
+  monthLocalCombination,
 };
 inline constexpr Kind simpleKinds[] = {Kind::everyDay,        Kind::daysOfWeek,
                                        Kind::daysOfMonth,     Kind::reverseDaysOfMonth,
@@ -73,6 +76,15 @@ inline constexpr Kind simpleKinds[] = {Kind::everyDay,        Kind::daysOfWeek,
                                        Kind::weekdaysOfMonth, Kind::reverseWeekdaysOfMonth,
                                        Kind::dayCycle,        Kind::weekCycle,
                                        Kind::daysOfWeeks,     Kind::dateRange};
+inline constexpr Kind monthLocalKinds[] = {Kind::everyDay,
+                                           Kind::daysOfWeek,
+                                           Kind::daysOfMonth,
+                                           Kind::reverseDaysOfMonth,
+                                           Kind::weeksOfMonth,
+                                           Kind::reverseWeeksOfMonth,
+                                           Kind::weekdaysOfMonth,
+                                           Kind::reverseWeekdaysOfMonth,
+                                           Kind::monthLocalCombination};
 
 // A random mask of a kind; date ranges and anchors fall around `near` (a day count).
 MaskCase randomMask(Kind kind, std::mt19937_64& random, std::uint32_t near, int depth = 0);

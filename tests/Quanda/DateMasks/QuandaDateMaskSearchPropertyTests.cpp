@@ -1,7 +1,8 @@
 // Every mask kind, many random rules: matches against an independent reference of the rule, and
 // the searches (nextMatch, previousMatch, matchingDates and both search primitives for both
 // answers) against a day-by-day reading of matches, over whole years (leap and common, a century
-// year), the first months after 0001-01-01 and the last months before 9999-12-31.
+// year, the end of the first 400-year cycle), the first months after 0001-01-01 and the last
+// months before 9999-12-31.
 #include <gtest/gtest.h>
 
 #include <random>
@@ -36,6 +37,7 @@ std::vector<Window> windows(std::mt19937_64& random) {
           {dayCount(2024, 1, 1), dayCount(2024, 12, 31)},
           {dayCount(2023, 1, 15), dayCount(2023, 3, 31)},
           {dayCount(2100, 1, 1), dayCount(2100, 12, 31)},
+          {dayCount(400, 11, 1), dayCount(401, 2, 28)},  // across the end of the 400-year cycle
           {dayCount(9999, 9, 1), lastValidDay},
           {dayCount(year, 1, 1), dayCount(year, 12, 31)}};
 }
@@ -133,6 +135,10 @@ TEST_P(DateMaskSearchProperty, SearchesAgreeWithADayByDayReading) {
   for (int round = 0; round < masks; ++round) {
     for (const Window& window : windows(random)) {
       const MaskCase maskCase = date_mask_test::randomMask(GetParam(), random, window.first);
+      if (GetParam() == Kind::monthLocalCombination) {
+        // The combination must take the month-by-month path this kind is here to check.
+        ASSERT_NE(maskCase.mask->monthDaySets(), nullptr) << *maskCase.mask;
+      }
       const auto firstDay = makeDayOfGregorianWeek(
           static_cast<std::uint8_t>(std::uniform_int_distribution<int>(0, 6)(random)));
       checkWindow(maskCase, window, firstDay);
@@ -142,14 +148,23 @@ TEST_P(DateMaskSearchProperty, SearchesAgreeWithADayByDayReading) {
 }
 
 std::string kindName(const testing::TestParamInfo<Kind>& info) {
-  constexpr const char* names[] = {"everyDay",        "daysOfWeek",
-                                   "daysOfMonth",     "reverseDaysOfMonth",
-                                   "weeksOfMonth",    "reverseWeeksOfMonth",
-                                   "weekdaysOfMonth", "reverseWeekdaysOfMonth",
-                                   "dayCycle",        "weekCycle",
-                                   "daysOfWeeks",     "dateRange",
-                                   "dateRanges",      "allOf",
-                                   "anyOf",           "negation"};
+  constexpr const char* names[] = {"everyDay",
+                                   "daysOfWeek",
+                                   "daysOfMonth",
+                                   "reverseDaysOfMonth",
+                                   "weeksOfMonth",
+                                   "reverseWeeksOfMonth",
+                                   "weekdaysOfMonth",
+                                   "reverseWeekdaysOfMonth",
+                                   "dayCycle",
+                                   "weekCycle",
+                                   "daysOfWeeks",
+                                   "dateRange",
+                                   "dateRanges",
+                                   "allOf",
+                                   "anyOf",
+                                   "negation",
+                                   "monthLocalCombination"};
   return names[static_cast<int>(info.param)];
 }
 
@@ -159,8 +174,8 @@ INSTANTIATE_TEST_SUITE_P(EveryKind, DateMaskSearchProperty,
                                          Kind::reverseWeeksOfMonth, Kind::weekdaysOfMonth,
                                          Kind::reverseWeekdaysOfMonth, Kind::dayCycle,
                                          Kind::weekCycle, Kind::daysOfWeeks, Kind::dateRange,
-                                         Kind::dateRanges, Kind::allOf, Kind::anyOf,
-                                         Kind::negation),
+                                         Kind::dateRanges, Kind::allOf, Kind::anyOf, Kind::negation,
+                                         Kind::monthLocalCombination),
                          kindName);
 
 }  // namespace
