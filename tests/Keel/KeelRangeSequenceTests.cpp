@@ -18,11 +18,8 @@ using Range = KeelClosedRange<int>;
 
 TEST(KeelClosedRange, ContainsBothBoundsAndOrdersByLowerThenUpper) {
   const Range range(3, 7);
-  EXPECT_FALSE(range.contains(2));
-  EXPECT_TRUE(range.contains(3));
-  EXPECT_TRUE(range.contains(7));
-  EXPECT_FALSE(range.contains(8));
-  EXPECT_TRUE(Range(5, 5).contains(5));
+  EXPECT_TRUE(range.contains(3) && range.contains(7));
+  EXPECT_FALSE(range.contains(2) || range.contains(8));
   EXPECT_FALSE(KeelClosedRange(0.0, 1.0).contains(NAN));
 
   EXPECT_TRUE(Range::areInIncreasingOrder(Range(1, 9), Range(2, 3)));

@@ -43,8 +43,6 @@ TEST(QuandaDayOfGregorianWeek, CasesOrdinalsAndNames) {
 }
 
 TEST(QuandaDayOfGregorianWeek, NextDayOfWeekCyclesThroughTheWeek) {
-  EXPECT_EQ(nextDayOfWeek(Day::sunday), Day::monday);
-  EXPECT_EQ(nextDayOfWeek(Day::saturday), Day::sunday);
   for (Day day : allCases<Day>) {
     Day walked = day;
     for (int step = 1; step <= 7; ++step) {
@@ -52,7 +50,6 @@ TEST(QuandaDayOfGregorianWeek, NextDayOfWeekCyclesThroughTheWeek) {
       EXPECT_EQ(ordinal(walked), (ordinal(day) + step) % 7);
     }
   }
-  static_assert(nextDayOfWeek(Day::sunday) == Day::monday);
 }
 
 TEST(QuandaDayOfGregorianWeek, SetsOfDaysOrderByTheSortKey) {

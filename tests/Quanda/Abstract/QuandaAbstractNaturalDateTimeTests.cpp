@@ -4,15 +4,16 @@
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <limits>
 #include <nlohmann/json.hpp>
 #include <random>
 #include <string>
 #include <type_traits>
 
+#include "ErrorChainExpectations.h"
 #include "Keel/KeelDecodingError.h"
 #include "Quanda/Abstract/QuandaAbstractNaturalDateTime.h"
-#include "Quanda/Abstract/QuandaDateTimeTestSupport.h"
 
 namespace {
 
@@ -20,11 +21,10 @@ using DateTime = QuandaAbstractNaturalDateTime;
 using Time = QuandaAbstractNaturalTimeOfDay;
 using Relative = QuandaAbstractRelativeDiscreteTimeOfDay;
 using Discrete = QuandaDiscreteTimeSpan;
-using quanda_test::ChainLink;
-using quanda_test::datePath;
-using quanda_test::expectErrorChain;
-using quanda_test::naturalDateTimePath;
-using quanda_test::naturalTimePath;
+
+constexpr std::string_view naturalDateTimePath = "Quanda/Abstract/QuandaAbstractNaturalDateTime";
+constexpr std::string_view datePath = "Quanda/Abstract/QuandaAbstractDate";
+constexpr std::string_view naturalTimePath = "Quanda/Abstract/QuandaAbstractNaturalTimeOfDay";
 
 DateTime at(std::string_view text) { return DateTime::makeFromRfc3339String(text).value(); }
 Time clock(std::string_view text) { return Time::makeFromIso8601String(text).value(); }
@@ -128,118 +128,83 @@ TEST(QuandaAbstractNaturalDateTime, ClockArithmeticCarriesLikeTheOracle) {
   }
 }
 
-TEST(QuandaAbstractNaturalDateTime, TextFormsAndTheirFailures) {
-  const DateTime leap = at("2024-02-29T23:59:59");
-  EXPECT_EQ(leap.serializedToRfc3339String(), "2024-02-29T23:59:59");
-  EXPECT_EQ(leap.description(), "2024:02:29T23:59:59");
-  EXPECT_EQ(leap.serializedToRfc3339Numeric(), 20240229235959u);
-  EXPECT_EQ(at("0005-07-09T01:02:03").serializedToRfc3339String(), "0005-07-09T01:02:03");
+TEST(QuandaAbstractNaturalDateTime, FactoriesWrapTheFailuresOfTheDateAndTheTime) {
   // Digit counts are the date's and the time's business, which do not check them.
   EXPECT_EQ(at("2024-2-29T7:5:0"), at("2024-02-29T07:05:00"));
   // Years past 9999 are reachable through month arithmetic and print all their digits.
   EXPECT_EQ(at("9999-12-31T10:00:00").addingMonths(1).serializedToRfc3339String(),
             "10000-01-31T10:00:00");
 
-  const std::vector<ChainLink> tTokens = {{naturalDateTimePath,
-                                           "make(rfc3339String:)",
-                                           "Unexpected number of T tokens",
-                                           {"rfc3339String"}}};
-  const auto wrapped = [](ChainLink inner, ChainLink innermost = {}) {
-    std::vector<ChainLink> chain = {
-        {naturalDateTimePath, "make(rfc3339String:)", "", {"rfc3339String"}}, inner};
-    if (!innermost.file.empty()) chain.push_back(innermost);
-    return chain;
-  };
+  const std::vector<std::string> six = {"proposedYear", "proposedMonth",  "proposedDay",
+                                        "proposedHour", "proposedMinute", "proposedSecond"};
+  const ExpectedErrorLink text{"make(rfc3339String:)", {"rfc3339String"}};
+  const ExpectedErrorLink tTokens{
+      "make(rfc3339String:)", {"rfc3339String"}, "Unexpected number of T tokens"};
+  const ExpectedErrorLink invalidDay{"make(year:month:day:)",
+                                     {"proposedYear", "proposedMonth", "proposedDay"},
+                                     "Invalid day for month in year",
+                                     datePath};
+  const ExpectedErrorLink thirdToken{"make(iso8601String:)",
+                                     {"iso8601String", "tokens"},
+                                     "Couldn't convert third token to second",
+                                     naturalTimePath};
+  const ExpectedErrorLink dateTokens{
+      "make(iso8601String:)", {"iso8601String"}, "Unexpected number of tokens", datePath};
   const struct {
-    std::string_view text;
-    std::vector<ChainLink> chain;
-  } failures[] = {
-      {"2024-02-29 23:59:59", tTokens},
-      {"2024-02-29t23:59:59", tTokens},
-      {"2024-02-29T23:59:59T", tTokens},
-      {"", tTokens},
-      {"2024-02-29T23:59:59Z", wrapped({naturalTimePath,
-                                        "make(iso8601String:)",
-                                        "Couldn't convert third token to second",
-                                        {"iso8601String", "tokens"}})},
-      {"2024-02-29T23:59:59.5", wrapped({naturalTimePath,
-                                         "make(iso8601String:)",
-                                         "Couldn't convert third token to second",
-                                         {"iso8601String", "tokens"}})},
-      {"2023-02-29T12:00:00", wrapped({datePath, "make(iso8601String:)", "", {"iso8601String"}},
-                                      {datePath,
-                                       "make(year:month:day:)",
-                                       "Invalid day for month in year",
-                                       {"proposedYear", "proposedMonth", "proposedDay"}})},
-      {"2024-02-29T24:00:00",
-       wrapped({naturalTimePath, "make(iso8601String:)", "", {"iso8601String", "tokens"}},
-               {naturalTimePath,
-                "make(hour:minute:second:)",
-                "Invalid hour",
-                {"proposedHour", "proposedMinute", "proposedSecond"}})},
-      {"2024-02T12:00:00",
-       wrapped(
-           {datePath, "make(iso8601String:)", "Unexpected number of tokens", {"iso8601String"}})},
-      {"T",
-       wrapped(
-           {datePath, "make(iso8601String:)", "Unexpected number of tokens", {"iso8601String"}})},
+    KeelResult<DateTime> result;
+    std::vector<ExpectedErrorLink> chain;
+  } cases[] = {
+      {DateTime::makeFromRfc3339String("2024-02-29 23:59:59"), {tTokens}},
+      {DateTime::makeFromRfc3339String("2024-02-29t23:59:59"), {tTokens}},
+      {DateTime::makeFromRfc3339String("2024-02-29T23:59:59T"), {tTokens}},
+      {DateTime::makeFromRfc3339String("2024-02-29T23:59:59Z"), {text, thirdToken}},
+      {DateTime::makeFromRfc3339String("2024-02-29T23:59:59.5"), {text, thirdToken}},
+      {DateTime::makeFromRfc3339String("2023-02-29T12:00:00"),
+       {text, {"make(iso8601String:)", {"iso8601String"}, "", datePath}, invalidDay}},
+      {DateTime::makeFromRfc3339String("2024-02-29T24:00:00"),
+       {{"make(rfc3339String:)", {"rfc3339String=2024-02-29T24:00:00"}},
+        {"make(iso8601String:)", {"iso8601String", "tokens"}, "", naturalTimePath},
+        {"make(hour:minute:second:)",
+         {"proposedHour", "proposedMinute", "proposedSecond"},
+         "Invalid hour",
+         naturalTimePath}}},
+      {DateTime::makeFromRfc3339String("2024-02T12:00:00"), {text, dateTokens}},
+      {DateTime::makeFromRfc3339String("T"), {text, dateTokens}},
+      {DateTime::makeFromRfc3339Numeric(20240229240000),
+       {{"make(rfc3339Numeric:)", {"rfc3339Numeric"}},
+        {"make(iso8601Numeric:)",
+         {"iso8601Numeric"},
+         "Invalid numeric ISO 8601 representation of abtract time",
+         naturalTimePath}}},
+      // Both halves invalid: the date half is reported.
+      {DateTime::makeFromRfc3339Numeric(20230229250000),
+       {{"make(rfc3339Numeric:)", {"rfc3339Numeric"}},
+        {"make(iso8601Numeric:)", {"iso8601Numeric"}, "", datePath},
+        invalidDay}},
+      {DateTime::make(2023, 2, 29, 24, 0, 0),
+       {{"make(year:month:day:hour:minute:second:)", six}, invalidDay}},
+      {DateTime::make({.day = 29, .hour = 12, .minute = 0, .month = 2, .second = 60, .year = 2024}),
+       {{"make(components:)",
+         {"proposedComponents=Components(day: 29, hour: 12, minute: 0, month: 2, second: 60, "
+          "year: 2024)"}},
+        {"make(year:month:day:hour:minute:second:)", six},
+        {"make(hour:minute:second:)",
+         {"proposedHour", "proposedMinute", "proposedSecond"},
+         "Invalid day for month in year",
+         naturalTimePath}}},
+      {DateTime::make(DateTime::maxInc.localSeconds() + std::chrono::seconds{1}),
+       {{"make(localSeconds:)", {"secondsSinceUnixEpoch"}, "Local time outside the valid range"}}},
   };
-  for (const auto& [text, chain] : failures) {
-    SCOPED_TRACE(text);
-    const KeelResult<DateTime> result = DateTime::makeFromRfc3339String(text);
-    ASSERT_FALSE(result);
-    expectErrorChain(result.error(), chain);
-    EXPECT_EQ(result.error().argument("rfc3339String"), text);
+  for (const auto& c : cases) {
+    ASSERT_FALSE(c.result) << c.chain.front().function;
+    expectErrorChain(c.result.error(), c.chain, naturalDateTimePath);
   }
-}
-
-TEST(QuandaAbstractNaturalDateTime, NumericAndFieldFactoriesCheckTheDateFirst) {
-  EXPECT_EQ(DateTime::makeFromRfc3339Numeric(20240305070809).value(), at("2024-03-05T07:08:09"));
-  expectErrorChain(DateTime::makeFromRfc3339Numeric(20240229240000).error(),
-                   {{naturalDateTimePath, "make(rfc3339Numeric:)", "", {"rfc3339Numeric"}},
-                    {naturalTimePath,
-                     "make(iso8601Numeric:)",
-                     "Invalid numeric ISO 8601 representation of abtract time",
-                     {"iso8601Numeric"}}});
-  // Both halves invalid: the date half is reported.
-  expectErrorChain(DateTime::makeFromRfc3339Numeric(20230229250000).error(),
-                   {{naturalDateTimePath, "make(rfc3339Numeric:)", "", {"rfc3339Numeric"}},
-                    {datePath, "make(iso8601Numeric:)", "", {"iso8601Numeric"}},
-                    {datePath,
-                     "make(year:month:day:)",
-                     "Invalid day for month in year",
-                     {"proposedYear", "proposedMonth", "proposedDay"}}});
-
-  const std::vector<std::string_view> six = {"proposedYear", "proposedMonth",  "proposedDay",
-                                             "proposedHour", "proposedMinute", "proposedSecond"};
-  expectErrorChain(DateTime::make(2023, 2, 29, 24, 0, 0).error(),
-                   {{naturalDateTimePath, "make(year:month:day:hour:minute:second:)", "", six},
-                    {datePath,
-                     "make(year:month:day:)",
-                     "Invalid day for month in year",
-                     {"proposedYear", "proposedMonth", "proposedDay"}}});
-  const DateTime::Components components{
-      .day = 29, .hour = 12, .minute = 0, .month = 2, .second = 60, .year = 2024};
-  const KeelResult<DateTime> second60 = DateTime::make(components);
-  expectErrorChain(second60.error(),
-                   {{naturalDateTimePath, "make(components:)", "", {"proposedComponents"}},
-                    {naturalDateTimePath, "make(year:month:day:hour:minute:second:)", "", six},
-                    {naturalTimePath,
-                     "make(hour:minute:second:)",
-                     "Invalid day for month in year",
-                     {"proposedHour", "proposedMinute", "proposedSecond"}}});
-  EXPECT_EQ(second60.error().argument("proposedComponents"),
-            "Components(day: 29, hour: 12, minute: 0, month: 2, second: 60, year: 2024)");
-  EXPECT_EQ(
-      DateTime::make({.day = 5, .hour = 7, .minute = 8, .month = 3, .second = 9, .year = 2024})
-          .value()
-          .components(),
-      (DateTime::Components{5, 7, 8, 3, 9, 2024}));
+  EXPECT_FALSE(DateTime::make(DateTime::zero.localSeconds() - std::chrono::seconds{1}));
+  EXPECT_FALSE(DateTime::make(std::chrono::local_seconds::min()));
+  EXPECT_FALSE(DateTime::make(std::chrono::local_seconds::max()));
 }
 
 TEST(QuandaAbstractNaturalDateTime, CalendarArithmeticAppliesSmallestUnitsFirst) {
-  EXPECT_EQ(at("2024-12-31T23:30:00").addingHours(1), at("2025-01-01T00:30:00"));
-  EXPECT_EQ(at("2024-03-01T00:00:00").addingSeconds(-1), at("2024-02-29T23:59:59"));
   EXPECT_EQ(at("2024-01-31T10:00:00").addingMonths(1), at("2024-02-29T10:00:00"));
   EXPECT_EQ(at("2024-02-29T10:00:00").addingYears(1), at("2025-02-28T10:00:00"));
   // The day first: January 30 + 1 day is January 31, + 1 month is February 29.
@@ -247,20 +212,13 @@ TEST(QuandaAbstractNaturalDateTime, CalendarArithmeticAppliesSmallestUnitsFirst)
   // The seconds carry into the day before the day is added.
   EXPECT_EQ(at("2024-01-30T23:59:59").adding({.months = 1, .days = 1, .seconds = 1}),
             at("2024-03-01T00:00:00"));
-  EXPECT_EQ(at("2024-05-05T05:05:05").adding({}), at("2024-05-05T05:05:05"));
 
   const DateTime start = at("2024-01-31T22:00:00");
   const Relative plus(1, clock("03:00:00"));
   EXPECT_EQ(start + plus, at("2024-02-02T01:00:00"));
   EXPECT_EQ(plus + start, start + plus);
   EXPECT_EQ(start - plus, at("2024-01-30T19:00:00"));
-  EXPECT_EQ(start + QuandaNaturalTimeSpan(7200), at("2024-02-01T00:00:00"));
   EXPECT_EQ(QuandaNaturalTimeSpan(7200) + start, at("2024-02-01T00:00:00"));
-  EXPECT_EQ(Discrete(-3600) + start, at("2024-01-31T21:00:00"));
-
-  EXPECT_EQ((at("2024-03-02T00:00:00") - at("2024-03-01T00:00:00")).seconds(), 86400);
-  EXPECT_EQ((at("2024-03-01T00:00:00") - at("2024-03-02T00:00:00")).seconds(), -86400);
-  EXPECT_EQ((at("2024-03-01T00:00:00") - at("2024-02-28T23:59:59")).seconds(), 86401);
 }
 
 TEST(QuandaAbstractNaturalDateTime, NextRoundingAndReplacing) {
@@ -275,8 +233,6 @@ TEST(QuandaAbstractNaturalDateTime, NextRoundingAndReplacing) {
     std::string_view from, floorMinute, roundMinute, roundHour, roundDay;
   } cases[] = {
       {"2024-01-01T10:30:59", "2024-01-01T10:30:00", "2024-01-01T10:31:00", "2024-01-01T11:00:00",
-       "2024-01-01T00:00:00"},
-      {"2024-01-01T10:30:29", "2024-01-01T10:30:00", "2024-01-01T10:30:00", "2024-01-01T11:00:00",
        "2024-01-01T00:00:00"},
       {"2024-01-01T10:29:30", "2024-01-01T10:29:00", "2024-01-01T10:30:00", "2024-01-01T10:00:00",
        "2024-01-01T00:00:00"},
@@ -298,7 +254,6 @@ TEST(QuandaAbstractNaturalDateTime, NextRoundingAndReplacing) {
   const DateTime leap = at("2024-02-29T10:20:30");
   EXPECT_EQ(leap.replacing({.year = 2023}), at("2023-02-28T10:20:30"));
   EXPECT_EQ(leap.replacing({.month = 13, .hour = 99, .second = 0}), at("2024-12-29T23:20:00"));
-  EXPECT_EQ(leap.replacing({}), leap);
 }
 
 // Past the last second, the clamping factory keeps the last date and the remainder's time; the
@@ -312,51 +267,41 @@ TEST(QuandaAbstractNaturalDateTime, CountsPastTheLastSecondClampTheDateOnly) {
   EXPECT_EQ(DateTime::makeFromDouble(86399.5), at("0001-01-02T00:00:00"));
 }
 
-TEST(QuandaAbstractNaturalDateTime, ArchiveAndChrono) {
-  const DateTime dateTime = at("2024-03-05T07:08:09");
-  EXPECT_EQ(nlohmann::json(dateTime).dump(), R"({"serializedRfc3339Numeric":20240305070809})");
-  EXPECT_THROW(
-      {
-        try {
-          nlohmann::json::parse(R"({"serializedRfc3339Numeric":20240229240000})").get<DateTime>();
-        } catch (const KeelDecodingError& error) {
-          EXPECT_STREQ(error.what(), "Failed to create dateTime from numeric");
-          throw;
-        }
-      },
-      KeelDecodingError);
+TEST(QuandaAbstractNaturalDateTime, ArchivesTheNumericFormUnderAKey) {
+  EXPECT_EQ(nlohmann::json(at("2024-03-05T07:08:09")).dump(),
+            R"({"serializedRfc3339Numeric":20240305070809})");
+  try {
+    (void)nlohmann::json::parse(R"({"serializedRfc3339Numeric":20240229240000})").get<DateTime>();
+    ADD_FAILURE() << "decoded";
+  } catch (const KeelDecodingError& error) {
+    EXPECT_STREQ(error.what(), "Failed to create dateTime from numeric");
+  }
   EXPECT_THROW(nlohmann::json::parse(R"({"numeric":20240305070809})").get<DateTime>(),
                nlohmann::json::out_of_range);
   EXPECT_THROW(nlohmann::json::parse(R"({"serializedRfc3339Numeric":-1})").get<DateTime>(),
                nlohmann::json::type_error);
   EXPECT_THROW(nlohmann::json::parse("20240305070809").get<DateTime>(), nlohmann::json::type_error);
-
-  EXPECT_EQ(DateTime::zero.localSeconds().time_since_epoch().count(), -62135596800);
-  const auto failure = DateTime::make(DateTime::maxInc.localSeconds() + std::chrono::seconds{1});
-  ASSERT_FALSE(failure);
-  EXPECT_EQ(failure.error().message(), "Local time outside the valid range");
-  EXPECT_FALSE(DateTime::make(DateTime::zero.localSeconds() - std::chrono::seconds{1}));
-  EXPECT_FALSE(DateTime::make(std::chrono::local_seconds::min()));
-  EXPECT_FALSE(DateTime::make(std::chrono::local_seconds::max()));
 }
 
 TEST(QuandaAbstractNaturalDateTimeDeathTest, ProgrammingErrorsStop) {
   const DateTime last = DateTime::maxInc;
   const DateTime first = DateTime::zero;
   constexpr std::int64_t int64Max = std::numeric_limits<std::int64_t>::max();
-  EXPECT_DEATH(last.addingSeconds(1), "9999-12-31");
-  EXPECT_DEATH(first.addingSeconds(-1), "0001-01-01");
-  EXPECT_DEATH(last.addingSeconds(int64Max), "overflow");
-  EXPECT_DEATH(first.addingMinutes(int64Max / 30), "overflow");
-  EXPECT_DEATH(first.addingSeconds(std::int64_t{1} << 50), "32-bit");
-  EXPECT_DEATH(first - Discrete(std::numeric_limits<std::int64_t>::min()), "overflow");
-  EXPECT_DEATH(first + QuandaNaturalTimeSpan(std::uint64_t{1} << 63), "does not fit");
-  EXPECT_DEATH(first - Relative(std::numeric_limits<std::int32_t>::min(), Time::zero), "overflow");
-  EXPECT_DEATH(DateTime::makeAtEndOf(last.date()), "9999-12-31");
-  EXPECT_DEATH(last.next(Time::zero, true), "9999-12-31");
-  EXPECT_DEATH(DateTime::makeFromSecondsSinceDatum(std::uint64_t{86400} << 32), "does not fit");
-  EXPECT_DEATH(DateTime::makeFromDouble(-1.0), "double");
-  EXPECT_DEATH(DateTime::makeFromDouble(std::numeric_limits<double>::quiet_NaN()), "double");
+  const std::pair<std::function<void()>, const char*> cases[] = {
+      {[&] { last.addingSeconds(1); }, "9999-12-31"},
+      {[&] { first.addingSeconds(-1); }, "0001-01-01"},
+      {[&] { last.addingSeconds(int64Max); }, "overflow"},
+      {[&] { first.addingMinutes(int64Max / 30); }, "overflow"},
+      {[&] { first.addingSeconds(std::int64_t{1} << 50); }, "32-bit"},
+      {[&] { first - Discrete(std::numeric_limits<std::int64_t>::min()); }, "overflow"},
+      {[&] { first + QuandaNaturalTimeSpan(std::uint64_t{1} << 63); }, "does not fit"},
+      {[&] { first - Relative(std::numeric_limits<std::int32_t>::min(), Time::zero); }, "overflow"},
+      {[&] { DateTime::makeAtEndOf(last.date()); }, "9999-12-31"},
+      {[&] { last.next(Time::zero, true); }, "9999-12-31"},
+      {[] { DateTime::makeFromSecondsSinceDatum(std::uint64_t{86400} << 32); }, "does not fit"},
+      {[] { DateTime::makeFromDouble(std::numeric_limits<double>::quiet_NaN()); }, "double"},
+  };
+  for (const auto& [statement, message] : cases) EXPECT_DEATH(statement(), message) << message;
 }
 
 }  // namespace

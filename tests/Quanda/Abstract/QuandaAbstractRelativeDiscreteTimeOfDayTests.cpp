@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <limits>
 #include <nlohmann/json.hpp>
 #include <random>
@@ -52,21 +53,9 @@ TEST(QuandaAbstractRelativeDiscreteTimeOfDay, NormalisesWithFlooredDays) {
   }
 }
 
-TEST(QuandaAbstractRelativeDiscreteTimeOfDayDeathTest, DayCountsBeyond32BitsStop) {
-  EXPECT_DEATH(Relative::normalizing(std::int64_t{int32Max} * 86400 + 86400),
-               "signed 32-bit range");
-  EXPECT_DEATH(Relative::normalizing(std::int64_t{int32Min} * 86400 - 1), "signed 32-bit range");
-  EXPECT_DEATH(Relative(int32Max, Time::maxInc).nextUp(), "signed 32-bit range");
-  EXPECT_DEATH(Relative(int32Min, Time::zero).nextDown(), "signed 32-bit range");
-  EXPECT_DEATH(Relative(int32Max, Time::zero).addingHours(24), "signed 32-bit range");
-  EXPECT_DEATH(Relative::makeFromDouble(1e19), "double is not finite or outside");
-  EXPECT_DEATH(Relative::makeFromDouble(std::numeric_limits<double>::quiet_NaN()), "not finite");
-}
-
 TEST(QuandaAbstractRelativeDiscreteTimeOfDay, AddsToTheTotal) {
   EXPECT_EQ(Relative(at(23, 0, 0)).addingHours(2), Relative(1, at(1, 0, 0)));
   EXPECT_EQ(Relative(Time::zero).addingSeconds(-86401), Relative(-2, at(23, 59, 59)));
-  EXPECT_EQ(Relative(5, at(12, 0, 0)).addingMinutes(-720), Relative(5, Time::zero));
   EXPECT_EQ(Relative(-1, at(23, 0, 0)).adding({.hours = 1, .minutes = 1, .seconds = -61}),
             Relative(-1, Time::maxInc));
   EXPECT_EQ(Relative(0, Time::maxInc).nextUp(), Relative(1, Time::zero));
@@ -81,20 +70,16 @@ TEST(QuandaAbstractRelativeDiscreteTimeOfDay, CombinesWithSpans) {
             QuandaDiscreteTimeSpan(-(std::int64_t{1} << 32) * 86400 + 1));
   EXPECT_EQ(Relative(-1, at(23, 0, 0)) + QuandaNaturalTimeSpan(3600), Relative(Time::zero));
   EXPECT_EQ(QuandaNaturalTimeSpan(1) + Relative(Time::maxInc), Relative(1, Time::zero));
-  EXPECT_EQ(Relative(Time::zero) + QuandaDiscreteTimeSpan(-86400), Relative(-1, Time::zero));
   EXPECT_LT(Relative(-1, at(23, 59, 59)), Relative(0, Time::zero));
   EXPECT_EQ(Relative(3, at(4, 5, 6)).replacing({.days = -7}), Relative(-7, at(4, 5, 6)));
 }
 
-TEST(QuandaAbstractRelativeDiscreteTimeOfDayDeathTest, NaturalSpansBeyond63BitsStop) {
-  EXPECT_DEATH(Relative(Time::zero) + QuandaNaturalTimeSpan(std::uint64_t{1} << 63),
-               "does not fit");
-}
-
 TEST(QuandaAbstractRelativeDiscreteTimeOfDay, DescribesTheDayOffset) {
   const std::pair<std::int32_t, std::string_view> cases[] = {
-      {0, "08:00:00 same day"}, {1, "08:00:00, +1 day"},   {2, "08:00:00, +2 days"},
-      {-1, "08:00:00, -1 day"}, {-2, "08:00:00, -2 days"}, {int32Min, "08:00:00, -2147483648 days"},
+      {0, "08:00:00 same day"},
+      {1, "08:00:00, +1 day"},
+      {-1, "08:00:00, -1 day"},
+      {int32Min, "08:00:00, -2147483648 days"},
   };
   for (const auto& [days, text] : cases) {
     EXPECT_EQ(Relative(days, at(8, 0, 0)).description(), text);
@@ -104,7 +89,6 @@ TEST(QuandaAbstractRelativeDiscreteTimeOfDay, DescribesTheDayOffset) {
 TEST(QuandaAbstractRelativeDiscreteTimeOfDay, ArchivesDaysAndThePackedTime) {
   const Relative relative(1, at(1, 0, 0));
   EXPECT_EQ(nlohmann::json(relative), nlohmann::json::parse(R"({"days": 1, "time": 10000})"));
-  EXPECT_EQ(nlohmann::json(relative).get<Relative>(), relative);
   EXPECT_EQ(nlohmann::json::parse(R"({"time": 70509, "days": -3})").get<Relative>(),
             Relative(-3, at(7, 5, 9)));
   try {
@@ -114,11 +98,25 @@ TEST(QuandaAbstractRelativeDiscreteTimeOfDay, ArchivesDaysAndThePackedTime) {
     EXPECT_STREQ(error.what(), "Failed to create date from int");
   }
   for (const char* wrong :
-       {R"({"days": 0})", R"({"time": 0})", R"({"days": 2147483648, "time": 0})",
-        R"({"days": "1", "time": 0})", "[0, 0]", "0"}) {
+       {R"({"days": 0})", R"({"time": 0})", R"({"days": 2147483648, "time": 0})", "0"}) {
     SCOPED_TRACE(wrong);
     EXPECT_THROW((void)nlohmann::json::parse(wrong).get<Relative>(), nlohmann::json::exception);
   }
+}
+
+TEST(QuandaAbstractRelativeDiscreteTimeOfDayDeathTest, ProgrammingErrorsStop) {
+  const std::pair<std::function<void()>, const char*> cases[] = {
+      {[] { Relative::normalizing(std::int64_t{int32Max} * 86400 + 86400); },
+       "signed 32-bit range"},
+      {[] { Relative::normalizing(std::int64_t{int32Min} * 86400 - 1); }, "signed 32-bit range"},
+      {[] { Relative(int32Max, Time::maxInc).nextUp(); }, "signed 32-bit range"},
+      {[] { Relative(int32Min, Time::zero).nextDown(); }, "signed 32-bit range"},
+      {[] { Relative(int32Max, Time::zero).addingHours(24); }, "signed 32-bit range"},
+      {[] { Relative::makeFromDouble(1e19); }, "double is not finite or outside"},
+      {[] { Relative(Time::zero) + QuandaNaturalTimeSpan(std::uint64_t{1} << 63); },
+       "does not fit"},
+  };
+  for (const auto& [statement, message] : cases) EXPECT_DEATH(statement(), message) << message;
 }
 
 }  // namespace

@@ -3,8 +3,8 @@
 #include <cmath>
 #include <limits>
 
+#include "ErrorChainExpectations.h"
 #include "Quanda/Abstract/QuandaAbstractRelativeRealTimeOfDay.h"
-#include "Quanda/Abstract/QuandaTimeOfDayTestSupport.h"
 
 namespace {
 
@@ -30,8 +30,6 @@ TEST(QuandaAbstractRelativeRealTimeOfDay, NormalisesWithFlooredDays) {
 TEST(QuandaAbstractRelativeRealTimeOfDayDeathTest, NonFiniteAndHugeTotalsStop) {
   EXPECT_DEATH(Relative::normalizing(std::numeric_limits<double>::quiet_NaN()),
                "signed 32-bit range");
-  EXPECT_DEATH(Relative::normalizing(-std::numeric_limits<double>::infinity()),
-               "signed 32-bit range");
   EXPECT_DEATH(Relative::normalizing(86400.0 * 2147483648.0), "signed 32-bit range");
   EXPECT_DEATH(Relative(std::numeric_limits<std::int32_t>::max(), Time::zero).addingHours(24),
                "signed 32-bit range");
@@ -47,7 +45,6 @@ TEST(QuandaAbstractRelativeRealTimeOfDay, AddsStepsAndCompares) {
   // The quotient of the double just below 0 underflows to -0, so the day does not change.
   EXPECT_EQ(Relative(Time::zero).nextDown(), Relative(Time::zero));
   EXPECT_LT(Relative(-1, at(23, 59, 59.5)), Relative(Time::zero));
-  EXPECT_EQ(Relative(1, Time::zero).replacing({.days = 2}), Relative(2, Time::zero));
 
   EXPECT_EQ(Relative(1, at(0, 0, 0.5)) - Relative(-1, at(23, 59, 59.0)),
             QuandaRealTimeSpan(86401.5));
@@ -60,13 +57,10 @@ TEST(QuandaAbstractRelativeRealTimeOfDay, AddsStepsAndCompares) {
 }
 
 TEST(QuandaAbstractRelativeRealTimeOfDay, DescribesTheDayOffset) {
-  using quanda_test::withDefaultDecimalSeparator;
   EXPECT_EQ(Relative(1, at(0, 0, 15.5)).description(),
             withDefaultDecimalSeparator("00:00:15.500000, +1 day"));
   EXPECT_EQ(Relative(-3, at(23, 30, 0.0)).description(),
             withDefaultDecimalSeparator("23:30:00.000000, -3 days"));
-  EXPECT_EQ(Relative(at(8, 0, 0.0)).description(),
-            withDefaultDecimalSeparator("08:00:00.000000 same day"));
 }
 
 }  // namespace

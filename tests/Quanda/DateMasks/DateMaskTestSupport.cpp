@@ -22,6 +22,7 @@ namespace date_mask_test {
 namespace {
 
 constexpr std::uint32_t lastDay = 3652058;
+using Mask = std::shared_ptr<const QuandaDateMasking>;
 
 std::uint32_t noRestriction(QuandaDayOfGregorianWeek) { return 0; }
 
@@ -115,12 +116,8 @@ MaskCase randomMask(Kind kind, std::mt19937_64& random, std::uint32_t near, int 
     case Kind::reverseDaysOfMonth: {
       const auto numbers = randomNumbers(random, 31);
       const bool reverse = kind == Kind::reverseDaysOfMonth;
-      std::shared_ptr<const QuandaDateMasking> mask;
-      if (reverse) {
-        mask = std::make_shared<QuandaReverseDaysOfMonthDateMask>(numbers);
-      } else {
-        mask = std::make_shared<QuandaDaysOfMonthDateMask>(numbers);
-      }
+      const Mask mask = reverse ? Mask(std::make_shared<QuandaReverseDaysOfMonthDateMask>(numbers))
+                                : Mask(std::make_shared<QuandaDaysOfMonthDateMask>(numbers));
       return {mask,
               [numbers, reverse](const ReferenceDay& day, QuandaDayOfGregorianWeek) {
                 return contains(numbers, reverse ? day.monthLength - day.day + 1 : day.day);
@@ -136,21 +133,12 @@ MaskCase randomMask(Kind kind, std::mt19937_64& random, std::uint32_t near, int 
           kind == Kind::reverseWeeksOfMonth || kind == Kind::reverseWeekdaysOfMonth;
       const bool withDays = kind == Kind::weekdaysOfMonth || kind == Kind::reverseWeekdaysOfMonth;
       const auto days = withDays ? randomDays(random) : std::set<QuandaDayOfGregorianWeek>{};
-      std::shared_ptr<const QuandaDateMasking> mask;
-      switch (kind) {
-        case Kind::weeksOfMonth:
-          mask = std::make_shared<QuandaWeeksOfMonthDateMask>(weeks);
-          break;
-        case Kind::reverseWeeksOfMonth:
-          mask = std::make_shared<QuandaReverseWeeksOfMonthDateMask>(weeks);
-          break;
-        case Kind::weekdaysOfMonth:
-          mask = std::make_shared<QuandaWeekdaysOfMonthDateMask>(days, weeks);
-          break;
-        default:
-          mask = std::make_shared<QuandaReverseWeekdaysOfMonthDateMask>(days, weeks);
-          break;
-      }
+      const Mask mask =
+          kind == Kind::weeksOfMonth ? Mask(std::make_shared<QuandaWeeksOfMonthDateMask>(weeks))
+          : kind == Kind::reverseWeeksOfMonth
+              ? Mask(std::make_shared<QuandaReverseWeeksOfMonthDateMask>(weeks))
+          : reverse ? Mask(std::make_shared<QuandaReverseWeekdaysOfMonthDateMask>(days, weeks))
+                    : Mask(std::make_shared<QuandaWeekdaysOfMonthDateMask>(days, weeks));
       return {mask,
               [weeks, days, reverse, withDays](const ReferenceDay& day, QuandaDayOfGregorianWeek) {
                 if (withDays && !contains(days, day.weekday)) return false;
@@ -270,12 +258,8 @@ MaskCase randomMask(Kind kind, std::mt19937_64& random, std::uint32_t near, int 
                 noRestriction};
       }
       const bool all = junction == 0;
-      std::shared_ptr<const QuandaDateMasking> mask;
-      if (all) {
-        mask = std::make_shared<QuandaAllOfDateMask>(masks);
-      } else {
-        mask = std::make_shared<QuandaAnyOfDateMask>(masks);
-      }
+      const Mask mask = all ? Mask(std::make_shared<QuandaAllOfDateMask>(masks))
+                            : Mask(std::make_shared<QuandaAnyOfDateMask>(masks));
       return {mask,
               [parts, all](const ReferenceDay& day, QuandaDayOfGregorianWeek first) {
                 for (const auto& part : parts) {
