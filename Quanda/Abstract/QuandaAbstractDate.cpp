@@ -156,6 +156,9 @@ KeelResult<QuandaAbstractDate> QuandaAbstractDate::makeFromIso8601StringWithoutS
         function,
         __LINE__};
   }
+  // Eight characters in eight bytes are eight ASCII characters: read the tokens in place.
+  if (s.size() == 8)
+    return makeFromTokens(s.substr(0, 4), s.substr(4, 2), s.substr(6, 2), s, function);
   const std::vector<std::string> characters = quanda_detail::characters(s);
   const std::string year = characters[0] + characters[1] + characters[2] + characters[3];
   const std::string month = characters[4] + characters[5];
