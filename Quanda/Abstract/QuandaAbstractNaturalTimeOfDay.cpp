@@ -56,6 +56,11 @@ QuandaAbstractNaturalTimeOfDay::makeFromIso8601StringWithoutSeparators(
             function,
             __LINE__};
   }
+  // Six characters in six bytes are six ASCII characters: read the tokens in place.
+  if (s.size() == 6) {
+    return makeFromTokens(s.substr(0, 2), s.substr(2, 2), s.substr(4, 2), s, function,
+                          TokenArguments::string, TokenArguments::string);
+  }
   const std::vector<std::string> characters = quanda_detail::characters(s);
   return makeFromTokens(characters[0] + characters[1], characters[2] + characters[3],
                         characters[4] + characters[5], s, function, TokenArguments::string,
