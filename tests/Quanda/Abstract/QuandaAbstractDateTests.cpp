@@ -289,22 +289,6 @@ TEST(QuandaAbstractDate, DayAndWeekCounts) {
   EXPECT_EQ(makeDate(1, 1, 14).weeksSinceDatum(), 2u);
 }
 
-TEST(QuandaAbstractDate, FirstAndLastDayOfThePreferredWeek) {
-  const Date thursday = makeDate(2024, 2, 29);
-  const struct {
-    Day firstDay;
-    Date first, last;
-  } cases[] = {
-      {Day::monday, makeDate(2024, 2, 26), makeDate(2024, 3, 3)},
-      {Day::thursday, thursday, makeDate(2024, 3, 6)},
-      {Day::friday, makeDate(2024, 2, 23), thursday},
-  };
-  for (const auto& c : cases) {
-    EXPECT_EQ(thursday.firstDayOfWeek(c.firstDay), c.first) << c.firstDay;
-    EXPECT_EQ(thursday.lastDayOfWeekInc(c.firstDay), c.last) << c.firstDay;
-  }
-}
-
 TEST(QuandaAbstractDate, DayAndWeekCycles) {
   const Date anchor = makeDate(2024, 3, 5);  // a Tuesday
   EXPECT_EQ(anchor.dayOfCycle(3, anchor), 0u);
