@@ -38,6 +38,7 @@ TEST(QuandaMockTimeProviderTests, WithoutOverridesBothClocksFollowTheWallClock) 
 TEST(QuandaMockTimeProviderTests, PinnedClocksStayPinnedAndLeaveTheOtherClockAlone) {
   QuandaMockTimeProvider provider;
   provider.setCurrentLogicTimeIntervalOverride(QuandaLogicTimeInterval(1000.0));
+  EXPECT_EQ(provider.currentLogicTimeInterval(), QuandaLogicTimeInterval(1000.0));
   EXPECT_EQ(provider.currentLogicTimeInterval(QuandaRealTimeSpan(60.0)),
             QuandaLogicTimeInterval(1000.0));
   EXPECT_EQ(provider.logicTimeIntervalAt(QuandaInterfaceTimeInterval(5.0)),
