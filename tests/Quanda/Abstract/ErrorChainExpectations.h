@@ -1,15 +1,18 @@
 // Helpers shared by the abstract value tests: the check of an error chain against what a caller
-// should see, and the decimal separator of the process's default locale.
+// should see, the check of an archive decoder's own failure, and the decimal separator of the
+// process's default locale.
 #pragma once
 
 #include <gtest/gtest.h>
 #include <unicode/dcfmtsym.h>
 #include <unicode/locid.h>
 
+#include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "Keel/KeelDecodingError.h"
 #include "Keel/KeelError.h"
 
 // One link: its operation, its argument keys in order ("key=value" checks the value too), and the
@@ -43,6 +46,18 @@ inline void expectErrorChain(const KeelError& error, const std::vector<ExpectedE
     link = link->error();
   }
   EXPECT_EQ(link, nullptr) << "the chain is longer than expected:\n" << error;
+}
+
+// Decoding the JSON text as a T fails with the decoder's own description of corrupt data.
+template <class T>
+void expectDecodingError(std::string_view jsonText, std::string_view description) {
+  try {
+    (void)nlohmann::json::parse(jsonText).get<T>();
+    ADD_FAILURE() << "decoded " << jsonText;
+  } catch (const KeelDecodingError& error) {
+    EXPECT_EQ(std::string_view(error.what()), description) << jsonText;
+    EXPECT_EQ(error.kind(), KeelDecodingError::Kind::dataCorrupted) << jsonText;
+  }
 }
 
 // A text written with "." as the decimal separator, as the process's default locale writes it.

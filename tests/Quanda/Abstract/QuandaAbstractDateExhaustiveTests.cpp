@@ -124,6 +124,13 @@ TEST_P(QuandaAbstractDateExhaustive, EveryDateAgreesWithIndependentCalendars) {
       log.check(
           weekAndDay.zeroBasedDayOfWeek == expectedDay && weekAndDay.week == expectedWeek[index],
           "weekNumberAndDay", n);
+      const std::uint32_t firstDay = n - expectedDay;  // wraps below the datum, then unchecked
+      if (n >= expectedDay &&
+          firstDay + 6 <= QuandaAbstractDate::validRange.max().daysSinceDatum()) {
+        log.check(date.firstDayOfWeek(kFirstDays[index]).daysSinceDatum() == firstDay &&
+                      date.lastDayOfWeekInc(kFirstDays[index]).daysSinceDatum() == firstDay + 6,
+                  "firstDayOfWeek and lastDayOfWeekInc", n);
+      }
     }
 
     // Text and numeric forms, both ways.

@@ -8,42 +8,34 @@
 
 namespace {
 
-// The wall clock is bracketed by reading it before and after the call under test.
-struct WallClockWindow {
-  double before;
-  double after;
-  bool contains(double reading) const { return before <= reading && reading <= after; }
-};
-
+// Whether read() returns the wall clock's reading at the time of the call, plus offset: the clock
+// is read before and after to bracket it.
 template <class Read>
-auto readWithin(WallClockWindow& window, Read read) {
-  window.before = keelNow().time_since_epoch().count();
-  auto value = read();
-  window.after = keelNow().time_since_epoch().count();
-  return value;
+bool followsWallClock(Read read, double offset = 0.0) {
+  const double before = keelNow().time_since_epoch().count() + offset;
+  const double reading = read();
+  return before <= reading && reading <= keelNow().time_since_epoch().count() + offset;
 }
 
 TEST(QuandaMockTimeProviderTests, WithoutOverridesBothClocksFollowTheWallClock) {
   const QuandaMockTimeProvider provider;
-  WallClockWindow window{};
-  EXPECT_TRUE(window.contains(
-      readWithin(window, [&] { return provider.currentInterfaceTimeInterval(); }).unixEpoch()));
-  EXPECT_TRUE(window.contains(
-      readWithin(window, [&] { return provider.currentLogicTimeInterval(); }).unixEpoch()));
-  const QuandaAppTime appTime = readWithin(window, [&] { return provider.currentAppTime(); });
-  EXPECT_TRUE(window.contains(appTime.interfaceTimeInterval().unixEpoch()));
-  EXPECT_TRUE(window.contains(appTime.logicTimeInterval().unixEpoch()));
-  EXPECT_LE(appTime.interfaceTimeInterval().unixEpoch(), appTime.logicTimeInterval().unixEpoch());
-
-  const auto later = readWithin(
-      window, [&] { return provider.currentLogicTimeInterval(QuandaRealTimeSpan(-30.0)); });
   EXPECT_TRUE(
-      (WallClockWindow{window.before - 30.0, window.after - 30.0}.contains(later.unixEpoch())));
+      followsWallClock([&] { return provider.currentInterfaceTimeInterval().unixEpoch(); }));
+  EXPECT_TRUE(followsWallClock([&] { return provider.currentLogicTimeInterval().unixEpoch(); }));
+  EXPECT_TRUE(followsWallClock(
+      [&] { return provider.currentAppTime().interfaceTimeInterval().unixEpoch(); }));
+  EXPECT_TRUE(
+      followsWallClock([&] { return provider.currentAppTime().logicTimeInterval().unixEpoch(); }));
+  const QuandaAppTime appTime = provider.currentAppTime();
+  EXPECT_LE(appTime.interfaceTimeInterval().unixEpoch(), appTime.logicTimeInterval().unixEpoch());
+  EXPECT_TRUE(followsWallClock(
+      [&] { return provider.currentLogicTimeInterval(QuandaRealTimeSpan(-30.0)).unixEpoch(); },
+      -30.0));
   EXPECT_EQ(provider.logicTimeIntervalAt(QuandaInterfaceTimeInterval(1234.5)),
             QuandaLogicTimeInterval(1234.5));
 }
 
-TEST(QuandaMockTimeProviderTests, APinnedLogicClockStaysPinned) {
+TEST(QuandaMockTimeProviderTests, PinnedClocksStayPinnedAndLeaveTheOtherClockAlone) {
   QuandaMockTimeProvider provider;
   provider.setCurrentLogicTimeIntervalOverride(QuandaLogicTimeInterval(1000.0));
   EXPECT_EQ(provider.currentLogicTimeInterval(), QuandaLogicTimeInterval(1000.0));
@@ -51,25 +43,18 @@ TEST(QuandaMockTimeProviderTests, APinnedLogicClockStaysPinned) {
             QuandaLogicTimeInterval(1000.0));
   EXPECT_EQ(provider.logicTimeIntervalAt(QuandaInterfaceTimeInterval(5.0)),
             QuandaLogicTimeInterval(1000.0));
-  WallClockWindow window{};
-  const QuandaAppTime appTime = readWithin(window, [&] { return provider.currentAppTime(); });
-  EXPECT_TRUE(window.contains(appTime.interfaceTimeInterval().unixEpoch()));
-  EXPECT_EQ(appTime.logicTimeInterval(), QuandaLogicTimeInterval(1000.0));
-
+  EXPECT_EQ(provider.currentAppTime().logicTimeInterval(), QuandaLogicTimeInterval(1000.0));
+  EXPECT_TRUE(followsWallClock(
+      [&] { return provider.currentAppTime().interfaceTimeInterval().unixEpoch(); }));
   provider.setCurrentLogicTimeIntervalOverride(std::nullopt);
   EXPECT_FALSE(provider.currentLogicTimeIntervalOverride().has_value());
-  EXPECT_TRUE(window.contains(
-      readWithin(window, [&] { return provider.currentLogicTimeInterval(); }).unixEpoch()));
-}
+  EXPECT_TRUE(followsWallClock([&] { return provider.currentLogicTimeInterval().unixEpoch(); }));
 
-TEST(QuandaMockTimeProviderTests, APinnedInterfaceClockLeavesTheLogicClockAlone) {
-  QuandaMockTimeProvider provider;
   provider.setCurrentInterfaceTimeIntervalOverride(QuandaInterfaceTimeInterval(2000.0));
   EXPECT_EQ(provider.currentInterfaceTimeIntervalOverride(), QuandaInterfaceTimeInterval(2000.0));
-  WallClockWindow window{};
-  const QuandaAppTime appTime = readWithin(window, [&] { return provider.currentAppTime(); });
-  EXPECT_EQ(appTime.interfaceTimeInterval(), QuandaInterfaceTimeInterval(2000.0));
-  EXPECT_TRUE(window.contains(appTime.logicTimeInterval().unixEpoch()));
+  EXPECT_EQ(provider.currentAppTime().interfaceTimeInterval(), QuandaInterfaceTimeInterval(2000.0));
+  EXPECT_TRUE(
+      followsWallClock([&] { return provider.currentAppTime().logicTimeInterval().unixEpoch(); }));
   EXPECT_EQ(provider.logicTimeIntervalAt(QuandaInterfaceTimeInterval(2000.0)),
             QuandaLogicTimeInterval(2000.0));
 }
