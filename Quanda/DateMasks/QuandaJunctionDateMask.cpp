@@ -10,16 +10,20 @@ namespace {
 
 using Masks = std::vector<std::shared_ptr<const QuandaDateMasking>>;
 
-// The earliest day in first...last that every mask gives `answer` on: each mask in turn moves the
-// candidate to its own earliest such day from the candidate on, until all agree.
-std::optional<std::uint32_t> earliestOfEvery(const Masks& masks, bool answer, std::uint32_t first,
-                                             std::uint32_t last,
-                                             QuandaDayOfGregorianWeek firstDayOfWeek) {
-  if (masks.empty()) return first;
-  std::uint32_t candidate = first;
+// The searches below run in either direction. `searchFrom(mask, bound)` asks one mask for its
+// nearest wanted day from `bound` on (towards the window's far end), and `end` is the window's
+// near end, where a search cannot do better.
+
+// The nearest day on which every mask gives the wanted answer: each mask in turn moves the
+// candidate to its own nearest such day from the candidate on, until all agree.
+template <class SearchFrom>
+std::optional<std::uint32_t> nearestOfEvery(const Masks& masks, std::uint32_t start,
+                                            const SearchFrom& searchFrom) {
+  if (masks.empty()) return start;
+  std::uint32_t candidate = start;
   std::size_t agreeing = 0;
   for (std::size_t index = 0;; index = (index + 1) % masks.size()) {
-    const auto found = masks[index]->earliestDayCount(answer, candidate, last, firstDayOfWeek);
+    const auto found = searchFrom(*masks[index], candidate);
     if (!found) return std::nullopt;
     if (*found == candidate) {
       ++agreeing;
@@ -31,50 +35,17 @@ std::optional<std::uint32_t> earliestOfEvery(const Masks& masks, bool answer, st
   }
 }
 
-std::optional<std::uint32_t> latestOfEvery(const Masks& masks, bool answer, std::uint32_t first,
-                                           std::uint32_t last,
-                                           QuandaDayOfGregorianWeek firstDayOfWeek) {
-  if (masks.empty()) return last;
-  std::uint32_t candidate = last;
-  std::size_t agreeing = 0;
-  for (std::size_t index = 0;; index = (index + 1) % masks.size()) {
-    const auto found = masks[index]->latestDayCount(answer, first, candidate, firstDayOfWeek);
-    if (!found) return std::nullopt;
-    if (*found == candidate) {
-      ++agreeing;
-    } else {
-      candidate = *found;
-      agreeing = 1;
-    }
-    if (agreeing == masks.size()) return candidate;
-  }
-}
-
-// The earliest day in first...last that some mask gives `answer` on; each later mask only searches
-// before the best day found so far.
-std::optional<std::uint32_t> earliestOfAny(const Masks& masks, bool answer, std::uint32_t first,
-                                           std::uint32_t last,
-                                           QuandaDayOfGregorianWeek firstDayOfWeek) {
+// The nearest day on which some mask gives the wanted answer; each later mask only searches up to
+// (short of) the best day found so far. `searchBefore(mask, best)` searches the window short of
+// `best`, or the whole window when there is none yet.
+template <class SearchBefore>
+std::optional<std::uint32_t> nearestOfAny(const Masks& masks, std::uint32_t end,
+                                          const SearchBefore& searchBefore) {
   std::optional<std::uint32_t> best;
   for (const auto& mask : masks) {
-    const std::uint32_t through = best ? *best - 1 : last;
-    if (const auto found = mask->earliestDayCount(answer, first, through, firstDayOfWeek)) {
+    if (const auto found = searchBefore(*mask, best)) {
       best = found;
-      if (*best == first) break;
-    }
-  }
-  return best;
-}
-
-std::optional<std::uint32_t> latestOfAny(const Masks& masks, bool answer, std::uint32_t first,
-                                         std::uint32_t last,
-                                         QuandaDayOfGregorianWeek firstDayOfWeek) {
-  std::optional<std::uint32_t> best;
-  for (const auto& mask : masks) {
-    const std::uint32_t from = best ? *best + 1 : first;
-    if (const auto found = mask->latestDayCount(answer, from, last, firstDayOfWeek)) {
-      best = found;
-      if (*best == last) break;
+      if (*best == end) break;
     }
   }
   return best;
@@ -106,8 +77,14 @@ std::optional<std::uint32_t> QuandaJunctionDateMask<junction>::findEarliest(
   if (this->monthDaySets() != nullptr) {
     return QuandaDateMasking::findEarliest(matching, first, last, firstDayOfWeek);
   }
-  return needsEvery(matching) ? earliestOfEvery(masks_, matching, first, last, firstDayOfWeek)
-                              : earliestOfAny(masks_, matching, first, last, firstDayOfWeek);
+  if (needsEvery(matching)) {
+    return nearestOfEvery(masks_, first, [&](const QuandaDateMasking& mask, std::uint32_t from) {
+      return mask.earliestDayCount(matching, from, last, firstDayOfWeek);
+    });
+  }
+  return nearestOfAny(masks_, first, [&](const QuandaDateMasking& mask, auto best) {
+    return mask.earliestDayCount(matching, first, best ? *best - 1 : last, firstDayOfWeek);
+  });
 }
 
 template <QuandaJunction junction>
@@ -117,8 +94,14 @@ std::optional<std::uint32_t> QuandaJunctionDateMask<junction>::findLatest(
   if (this->monthDaySets() != nullptr) {
     return QuandaDateMasking::findLatest(matching, first, last, firstDayOfWeek);
   }
-  return needsEvery(matching) ? latestOfEvery(masks_, matching, first, last, firstDayOfWeek)
-                              : latestOfAny(masks_, matching, first, last, firstDayOfWeek);
+  if (needsEvery(matching)) {
+    return nearestOfEvery(masks_, last, [&](const QuandaDateMasking& mask, std::uint32_t through) {
+      return mask.latestDayCount(matching, first, through, firstDayOfWeek);
+    });
+  }
+  return nearestOfAny(masks_, last, [&](const QuandaDateMasking& mask, auto best) {
+    return mask.latestDayCount(matching, best ? *best + 1 : first, last, firstDayOfWeek);
+  });
 }
 
 template <QuandaJunction junction>
