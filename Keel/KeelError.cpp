@@ -1,6 +1,8 @@
 #include "Keel/KeelError.h"
 
 #include <charconv>
+#include <cstdio>
+#include <cstdlib>
 #include <ostream>
 
 namespace keel {
@@ -117,5 +119,16 @@ bool operator==(const KeelError& lhs, const KeelError& rhs) noexcept {
 }
 
 std::ostream& operator<<(std::ostream& stream, const KeelError& error) {
-  return stream << error.chainDescription();
+  return stream << error.innermost().message() << '\n' << error.chainDescription();
 }
+
+namespace keel_detail {
+
+void failedResultAccess(const KeelError& error) noexcept {
+  std::fprintf(stderr, "Precondition failed: value() of a failed KeelResult\n%s\n%s\n",
+               error.innermost().message().c_str(), error.chainDescription().c_str());
+  std::fflush(stderr);
+  std::abort();
+}
+
+}  // namespace keel_detail

@@ -6,6 +6,17 @@
 // arguments, path and signature (and no message), so an error reads as the chain of calls from the
 // public operation down to the first fault.
 //
+// An error site is one line that reads like the rule it enforces. A first fault:
+//
+//   return KeelError::fault("Invalid year", proposed(year, month, day), path, function);
+//
+// and the wrapping of a callee's failure:
+//
+//   if (!date) return KeelError::wrap(date.error(), {{"iso8601Numeric", n}}, path, function);
+//
+// Both take the caller's line from a default argument, and a KeelResult of any type is made from
+// the error they return.
+//
 // KeelError is a small handle to an immutable, shared record: copying it or wrapping it never
 // copies the chain, and an error costs nothing until one is actually made.
 #pragma once
@@ -111,6 +122,20 @@ class KeelError {
   KeelError(KeelError inner, KeelArguments args, std::string_view fileName,
             std::string_view functionName, std::uint32_t lineNumber);
 
+  // The same two, with the line of the call.
+  static KeelError fault(std::string_view message, KeelArguments args, std::string_view fileName,
+                         std::string_view functionName,
+                         std::optional<std::string> frameworkError = std::nullopt,
+                         std::uint32_t lineNumber = __builtin_LINE()) {
+    return KeelError(message, std::move(args), fileName, functionName, lineNumber,
+                     std::move(frameworkError));
+  }
+  static KeelError wrap(KeelError inner, KeelArguments args, std::string_view fileName,
+                        std::string_view functionName,
+                        std::uint32_t lineNumber = __builtin_LINE()) {
+    return KeelError(std::move(inner), std::move(args), fileName, functionName, lineNumber);
+  }
+
   const std::string& message() const noexcept;  // empty for a wrapping error
   const KeelArguments& args() const noexcept;
   const std::string& fileName() const noexcept;
@@ -136,4 +161,10 @@ class KeelError {
   std::shared_ptr<const Record> record_;
 };
 
+// The innermost message on the first line (what went wrong), then the whole chain.
 std::ostream& operator<<(std::ostream& stream, const KeelError& error);
+
+namespace keel_detail {
+// Stops the process for a value() taken from a failure, printing the error's chain first.
+[[noreturn]] void failedResultAccess(const KeelError& error) noexcept;
+}  // namespace keel_detail

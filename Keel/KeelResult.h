@@ -1,12 +1,16 @@
 // KeelResult<T>: the outcome of every fallible operation, either a T or the KeelError that says
 // why there is none. There is no third state and no partially valid result.
 //
+// clang-format off
 //   KeelResult<QuandaAbstractDate> date = QuandaAbstractDate::make(2024, 2, 29);
-//   if (!date) return KeelResult<Plan>(date.error(), {{"day", text}}, path, "plan(day:)",
-//   __LINE__); use(date.value());
+//   if (!date) return KeelError::wrap(date.error(), {{"day", text}}, path, "plan(day:)");
+//   use(date.value());
+// clang-format on
 //
-// A success holds the value inline and allocates nothing. Taking the value of a failure (or the
-// error of a success) is a programming error and stops the process.
+// A success holds the value inline and allocates nothing. A failure is made from a KeelError (see
+// KeelError::fault and KeelError::wrap, or the two constructors that mirror them). Taking the
+// value of a failure (which prints its error chain) or the error of a success is a programming
+// error and stops the process.
 #pragma once
 
 #include <cstdint>
@@ -41,18 +45,19 @@ class [[nodiscard]] KeelResult {
       : storage_(std::in_place_index<1>, std::move(inner), std::move(args), fileName, functionName,
                  lineNumber) {}
 
-  // Passes an existing error on unchanged.
-  static KeelResult failure(KeelError error) { return KeelResult(std::move(error), Failure{}); }
+  // A failure with this error: a new fault or wrapping (KeelError::fault, KeelError::wrap), or an
+  // error passed on unchanged.
+  KeelResult(KeelError error) : storage_(std::in_place_index<1>, std::move(error)) {}
 
   bool hasValue() const noexcept { return storage_.index() == 0; }
   explicit operator bool() const noexcept { return hasValue(); }
 
   const T& value() const& {
-    KEEL_PRECONDITION(hasValue(), "value() of a failed KeelResult");
+    if (!hasValue()) keel_detail::failedResultAccess(*std::get_if<1>(&storage_));
     return *std::get_if<0>(&storage_);
   }
   T&& value() && {
-    KEEL_PRECONDITION(hasValue(), "value() of a failed KeelResult");
+    if (!hasValue()) keel_detail::failedResultAccess(*std::get_if<1>(&storage_));
     return std::move(*std::get_if<0>(&storage_));
   }
   const KeelError& error() const {
@@ -66,8 +71,5 @@ class [[nodiscard]] KeelResult {
   }
 
  private:
-  struct Failure {};
-  KeelResult(KeelError error, Failure) : storage_(std::in_place_index<1>, std::move(error)) {}
-
   std::variant<T, KeelError> storage_;
 };

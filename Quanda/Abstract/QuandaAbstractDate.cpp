@@ -25,31 +25,22 @@ KeelResult<QuandaAbstractDate> makeFromTokens(std::string_view yearToken,
                                               std::string_view functionName) {
   const auto year = quanda_detail::parseUnsignedDecimal<std::uint16_t>(yearToken);
   if (!year) {
-    return {"Couldn't convert first token to year",
-            {{"iso8601String", iso8601String}},
-            path,
-            functionName,
-            __LINE__};
+    return KeelError::fault("Couldn't convert first token to year",
+                            {{"iso8601String", iso8601String}}, path, functionName);
   }
   const auto month = quanda_detail::parseUnsignedDecimal<std::uint8_t>(monthToken);
   if (!month) {
-    return {"Couldn't convert second token to month",
-            {{"iso8601String", iso8601String}},
-            path,
-            functionName,
-            __LINE__};
+    return KeelError::fault("Couldn't convert second token to month",
+                            {{"iso8601String", iso8601String}}, path, functionName);
   }
   const auto day = quanda_detail::parseUnsignedDecimal<std::uint8_t>(dayToken);
   if (!day) {
-    return {"Couldn't convert third token to day",
-            {{"iso8601String", iso8601String}},
-            path,
-            functionName,
-            __LINE__};
+    return KeelError::fault("Couldn't convert third token to day",
+                            {{"iso8601String", iso8601String}}, path, functionName);
   }
   auto date = QuandaAbstractDate::make(*year, *month, *day);
   if (!date)
-    return {date.error(), {{"iso8601String", iso8601String}}, path, functionName, __LINE__};
+    return KeelError::wrap(date.error(), {{"iso8601String", iso8601String}}, path, functionName);
   return date;
 }
 
@@ -64,13 +55,14 @@ KeelResult<QuandaAbstractDate> QuandaAbstractDate::make(std::uint16_t year, std:
                                                         std::uint8_t day) {
   constexpr std::string_view function = "make(year:month:day:)";
   if (!validYearRange.contains(year)) {
-    return {"Invalid year", proposed(year, month, day), path, function, __LINE__};
+    return KeelError::fault("Invalid year", proposed(year, month, day), path, function);
   }
   if (!validMonthRange.contains(month)) {
-    return {"Invalid month", proposed(year, month, day), path, function, __LINE__};
+    return KeelError::fault("Invalid month", proposed(year, month, day), path, function);
   }
   if (day < 1 || day > Quanda::DaysIn::Gregorian::oneBasedMonth(month, year)) {
-    return {"Invalid day for month in year", proposed(year, month, day), path, function, __LINE__};
+    return KeelError::fault("Invalid day for month in year", proposed(year, month, day), path,
+                            function);
   }
   return QuandaAbstractDate(year, month, day);
 }
@@ -78,8 +70,8 @@ KeelResult<QuandaAbstractDate> QuandaAbstractDate::make(std::uint16_t year, std:
 KeelResult<QuandaAbstractDate> QuandaAbstractDate::make(const Components& components) {
   auto date = make(components.year, components.month, components.day);
   if (!date) {
-    return {
-        date.error(), {{"proposedComponents", components}}, path, "make(components:)", __LINE__};
+    return KeelError::wrap(date.error(), {{"proposedComponents", components}}, path,
+                           "make(components:)");
   }
   return date;
 }
@@ -88,16 +80,14 @@ KeelResult<QuandaAbstractDate> QuandaAbstractDate::makeFromIso8601Numeric(
     std::uint64_t iso8601Numeric) {
   constexpr std::string_view function = "make(iso8601Numeric:)";
   if (iso8601Numeric < minIso8601Numeric || iso8601Numeric > maxIso8601Numeric) {
-    return {"Invalid numeric ISO 8601 representation of abtract date",
-            {{"iso8601Numeric", iso8601Numeric}},
-            path,
-            function,
-            __LINE__};
+    return KeelError::fault("Invalid numeric ISO 8601 representation of abtract date",
+                            {{"iso8601Numeric", iso8601Numeric}}, path, function);
   }
   auto date = make(static_cast<std::uint16_t>(iso8601Numeric / 10000),
                    static_cast<std::uint8_t>(iso8601Numeric % 10000 / 100),
                    static_cast<std::uint8_t>(iso8601Numeric % 100));
-  if (!date) return {date.error(), {{"iso8601Numeric", iso8601Numeric}}, path, function, __LINE__};
+  if (!date)
+    return KeelError::wrap(date.error(), {{"iso8601Numeric", iso8601Numeric}}, path, function);
   return date;
 }
 
@@ -124,7 +114,7 @@ KeelResult<QuandaAbstractDate> QuandaAbstractDate::makeFromIso8601String(
   const std::size_t second = first == std::string_view::npos ? first : s.find('-', first + 1);
   if (first == std::string_view::npos || second == std::string_view::npos ||
       s.find('-', second + 1) != std::string_view::npos) {
-    return {"Unexpected number of tokens", {{"iso8601String", s}}, path, function, __LINE__};
+    return KeelError::fault("Unexpected number of tokens", {{"iso8601String", s}}, path, function);
   }
   return makeFromTokens(s.substr(0, first), s.substr(first + 1, second - first - 1),
                         s.substr(second + 1), s, function);
@@ -148,13 +138,10 @@ KeelResult<QuandaAbstractDate> QuandaAbstractDate::makeFromIso8601StringWithoutS
     }
   }
   if (quanda_detail::characterCount(s) != 8) {
-    return {
+    return KeelError::fault(
         "Expected 8 digits for 8601 date without separators. Use 'with separators' variant "
         "otherwise",
-        {{"iso8601String", s}},
-        path,
-        function,
-        __LINE__};
+        {{"iso8601String", s}}, path, function);
   }
   // Eight characters in eight bytes are eight ASCII characters: read the tokens in place.
   if (s.size() == 8)
@@ -182,12 +169,10 @@ KeelResult<QuandaAbstractDate> QuandaAbstractDate::make(std::chrono::year_month_
   const auto narrowDay = static_cast<std::uint8_t>(day > 255 ? 255 : day);
   auto date = make(narrowYear, narrowMonth, narrowDay);
   if (!date) {
-    return {date.error(),
-            {{"yearMonthDay",
-              std::to_string(year) + "-" + std::to_string(month) + "-" + std::to_string(day)}},
-            path,
-            "make(yearMonthDay:)",
-            __LINE__};
+    return KeelError::wrap(date.error(),
+                           {{"yearMonthDay", std::to_string(year) + "-" + std::to_string(month) +
+                                                 "-" + std::to_string(day)}},
+                           path, "make(yearMonthDay:)");
   }
   return date;
 }
@@ -196,11 +181,10 @@ KeelResult<QuandaAbstractDate> QuandaAbstractDate::make(std::chrono::sys_days sy
   const std::int64_t days =
       std::int64_t{sysDays.time_since_epoch().count()} + quanda_detail::datumDaysBeforeUnixEpoch;
   if (days < 0 || days > std::int64_t{validDaysSinceDatumRange.max()}) {
-    return {"Day count outside the valid range",
-            {{"daysSinceUnixEpoch", std::int64_t{sysDays.time_since_epoch().count()}}},
-            path,
-            "make(sysDays:)",
-            __LINE__};
+    return KeelError::fault(
+        "Day count outside the valid range",
+        {{"daysSinceUnixEpoch", std::int64_t{sysDays.time_since_epoch().count()}}}, path,
+        "make(sysDays:)");
   }
   return makeFromDaysSinceDatum(static_cast<std::uint32_t>(days));
 }
@@ -236,13 +220,11 @@ KeelResult<std::uint8_t> QuandaAbstractDate::calendarWeeksIn(
     std::uint16_t year, std::uint8_t month, QuandaDayOfGregorianWeek preferredFirstDayOfWeek) {
   const auto first = make(year, month, 1);
   if (!first) {
-    return {first.error(),
-            {{"year", year},
-             {"month", month},
-             {"preferredFirstDayOfWeek", caseName(preferredFirstDayOfWeek)}},
-            path,
-            "calendarWeeksIn(year:month:preferredFirstDayOfWeek:)",
-            __LINE__};
+    return KeelError::wrap(first.error(),
+                           {{"year", year},
+                            {"month", month},
+                            {"preferredFirstDayOfWeek", caseName(preferredFirstDayOfWeek)}},
+                           path, "calendarWeeksIn(year:month:preferredFirstDayOfWeek:)");
   }
   const QuandaAbstractDate date = first.value();
   const unsigned cells =

@@ -18,10 +18,12 @@ KeelResult<QuandaAbstractNaturalDateTime> QuandaAbstractNaturalDateTime::makeFro
   constexpr std::string_view function = "make(rfc3339Numeric:)";
   const KeelResult<QuandaAbstractDate> date =
       QuandaAbstractDate::makeFromIso8601Numeric(rfc3339Numeric / 1000000);
-  if (!date) return {date.error(), {{"rfc3339Numeric", rfc3339Numeric}}, path, function, __LINE__};
+  if (!date)
+    return KeelError::wrap(date.error(), {{"rfc3339Numeric", rfc3339Numeric}}, path, function);
   const KeelResult<QuandaAbstractNaturalTimeOfDay> time =
       QuandaAbstractNaturalTimeOfDay::makeFromIso8601Numeric(rfc3339Numeric % 1000000);
-  if (!time) return {time.error(), {{"rfc3339Numeric", rfc3339Numeric}}, path, function, __LINE__};
+  if (!time)
+    return KeelError::wrap(time.error(), {{"rfc3339Numeric", rfc3339Numeric}}, path, function);
   return QuandaAbstractNaturalDateTime(date.value(), time.value());
 }
 
@@ -38,11 +40,8 @@ KeelResult<QuandaAbstractNaturalDateTime> QuandaAbstractNaturalDateTime::make(
   if (sinceEpoch < -quanda_detail::datumSecondsBeforeUnixEpoch ||
       sinceEpoch >
           std::int64_t{maxSecondsSinceDatum} - quanda_detail::datumSecondsBeforeUnixEpoch) {
-    return {"Local time outside the valid range",
-            {{"secondsSinceUnixEpoch", sinceEpoch}},
-            path,
-            "make(localSeconds:)",
-            __LINE__};
+    return KeelError::fault("Local time outside the valid range",
+                            {{"secondsSinceUnixEpoch", sinceEpoch}}, path, "make(localSeconds:)");
   }
   return makeFromSecondsSinceDatum(
       static_cast<std::uint64_t>(sinceEpoch + quanda_detail::datumSecondsBeforeUnixEpoch));

@@ -19,16 +19,14 @@ KeelResult<QuandaAbstractNaturalTimeOfDay> QuandaAbstractNaturalTimeOfDay::makeF
     std::uint64_t iso8601Numeric) {
   constexpr std::string_view function = "make(iso8601Numeric:)";
   if (iso8601Numeric >= 240000) {
-    return {"Invalid numeric ISO 8601 representation of abtract time",
-            {{"iso8601Numeric", iso8601Numeric}},
-            path,
-            function,
-            __LINE__};
+    return KeelError::fault("Invalid numeric ISO 8601 representation of abtract time",
+                            {{"iso8601Numeric", iso8601Numeric}}, path, function);
   }
   auto time = make(static_cast<std::uint8_t>(iso8601Numeric / 10000),
                    static_cast<std::uint8_t>(iso8601Numeric % 10000 / 100),
                    static_cast<std::uint8_t>(iso8601Numeric % 100));
-  if (!time) return {time.error(), {{"iso8601Numeric", iso8601Numeric}}, path, function, __LINE__};
+  if (!time)
+    return KeelError::wrap(time.error(), {{"iso8601Numeric", iso8601Numeric}}, path, function);
   return time;
 }
 
@@ -50,11 +48,9 @@ QuandaAbstractNaturalTimeOfDay::makeFromIso8601StringWithoutSeparators(
     }
   }
   if (quanda_detail::characterCount(s) != 6) {
-    return {"Unexpected 6 digits without separators. Use the 'with separators variant' otherwise",
-            {{"iso8601String", s}},
-            path,
-            function,
-            __LINE__};
+    return KeelError::fault(
+        "Unexpected 6 digits without separators. Use the 'with separators variant' otherwise",
+        {{"iso8601String", s}}, path, function);
   }
   // Six characters in six bytes are six ASCII characters: read the tokens in place.
   if (s.size() == 6) {
@@ -77,7 +73,8 @@ KeelResult<QuandaAbstractNaturalTimeOfDay> QuandaAbstractNaturalTimeOfDay::make(
     std::chrono::seconds sinceDayBegan) {
   const std::int64_t seconds = sinceDayBegan.count();
   if (seconds < 0 || seconds >= Quanda::SecondsIn::Gregorian::Day::count) {
-    return {"Duration outside one day", {{"seconds", seconds}}, path, "make(duration:)", __LINE__};
+    return KeelError::fault("Duration outside one day", {{"seconds", seconds}}, path,
+                            "make(duration:)");
   }
   return makeFromSecondsSinceDayBegan(static_cast<std::uint32_t>(seconds));
 }
@@ -90,7 +87,7 @@ KeelResult<QuandaAbstractNaturalTimeOfDay> QuandaAbstractNaturalTimeOfDay::make(
     text += std::to_string(hhMmSs.hours().count()) + "h " +
             std::to_string(hhMmSs.minutes().count()) + "min " +
             std::to_string(hhMmSs.seconds().count()) + "s";
-    return {time.error(), {{"hhMmSs", text}}, path, "make(hhMmSs:)", __LINE__};
+    return KeelError::wrap(time.error(), {{"hhMmSs", text}}, path, "make(hhMmSs:)");
   }
   return time;
 }

@@ -41,11 +41,8 @@ KeelResult<QuandaAbstractRealDateTime> QuandaAbstractRealDateTime::make(
   const double days = daysSinceEpoch + static_cast<double>(quanda_detail::datumDaysBeforeUnixEpoch);
   // Written so that NaN fails too.
   if (!(days >= 0.0 && days <= QuandaAbstractDate::validDaysSinceDatumRange.max())) {
-    return {"Local time outside the valid range",
-            {{"secondsSinceUnixEpoch", sinceEpoch}},
-            path,
-            "make(localTime:)",
-            __LINE__};
+    return KeelError::fault("Local time outside the valid range",
+                            {{"secondsSinceUnixEpoch", sinceEpoch}}, path, "make(localTime:)");
   }
   return splitting(days, sinceEpoch - daysSinceEpoch * secondsInDay);
 }

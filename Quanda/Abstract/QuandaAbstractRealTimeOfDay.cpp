@@ -44,7 +44,8 @@ KeelResult<QuandaAbstractRealTimeOfDay> QuandaAbstractRealTimeOfDay::make(
     std::chrono::duration<double> sinceDayBegan) {
   const double seconds = sinceDayBegan.count();
   if (!(seconds >= 0.0 && seconds < Quanda::SecondsIn::Gregorian::Day::count)) {
-    return {"Duration outside one day", {{"seconds", seconds}}, path, "make(duration:)", __LINE__};
+    return KeelError::fault("Duration outside one day", {{"seconds", seconds}}, path,
+                            "make(duration:)");
   }
   return makeFromSecondsSinceDayBegan(seconds);
 }

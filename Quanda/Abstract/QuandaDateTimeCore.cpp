@@ -43,9 +43,9 @@ KeelResult<DateTime> DateTimeCore<DateTime, Traits>::make(std::uint16_t year, st
                          {"proposedMinute", minute}, {"proposedSecond", second}};
   };
   const KeelResult<QuandaAbstractDate> date = QuandaAbstractDate::make(year, month, day);
-  if (!date) return {date.error(), proposed(), Traits::sourcePath, function, __LINE__};
+  if (!date) return KeelError::wrap(date.error(), proposed(), Traits::sourcePath, function);
   const KeelResult<Time> time = Time::make(hour, minute, second);
-  if (!time) return {time.error(), proposed(), Traits::sourcePath, function, __LINE__};
+  if (!time) return KeelError::wrap(time.error(), proposed(), Traits::sourcePath, function);
   return DateTime(date.value(), time.value());
 }
 
@@ -54,11 +54,8 @@ KeelResult<DateTime> DateTimeCore<DateTime, Traits>::make(const Components& comp
   KeelResult<DateTime> dateTime = make(components.year, components.month, components.day,
                                        components.hour, components.minute, components.second);
   if (!dateTime) {
-    return {dateTime.error(),
-            {{"proposedComponents", components}},
-            Traits::sourcePath,
-            "make(components:)",
-            __LINE__};
+    return KeelError::wrap(dateTime.error(), {{"proposedComponents", components}},
+                           Traits::sourcePath, "make(components:)");
   }
   return dateTime;
 }
@@ -70,20 +67,17 @@ KeelResult<DateTime> DateTimeCore<DateTime, Traits>::makeFromRfc3339Tokens(
   const std::string_view s = rfc3339String;
   const std::size_t separator = s.find('T');
   if (separator == std::string_view::npos || s.find('T', separator + 1) != std::string_view::npos) {
-    return {"Unexpected number of T tokens",
-            {{"rfc3339String", s}},
-            Traits::sourcePath,
-            function,
-            __LINE__};
+    return KeelError::fault("Unexpected number of T tokens", {{"rfc3339String", s}},
+                            Traits::sourcePath, function);
   }
   const KeelResult<QuandaAbstractDate> date =
       QuandaAbstractDate::makeFromIso8601String(s.substr(0, separator));
   if (!date) {
-    return {date.error(), {{"rfc3339String", s}}, Traits::sourcePath, function, __LINE__};
+    return KeelError::wrap(date.error(), {{"rfc3339String", s}}, Traits::sourcePath, function);
   }
   const KeelResult<Time> time = Time::makeFromIso8601String(s.substr(separator + 1));
   if (!time) {
-    return {time.error(), {{"rfc3339String", s}}, Traits::sourcePath, function, __LINE__};
+    return KeelError::wrap(time.error(), {{"rfc3339String", s}}, Traits::sourcePath, function);
   }
   return DateTime(date.value(), time.value());
 }

@@ -105,13 +105,13 @@ KeelResult<Time> TimeOfDayCore<Time, Traits>::make(std::uint8_t hour, std::uint8
         {"proposedHour", hour}, {"proposedMinute", minute}, {"proposedSecond", second}};
   };
   if (!Quanda::HoursIn::Gregorian::Day::validZeroBasedDomain.contains(hour)) {
-    return {"Invalid hour", proposed(), Traits::sourcePath, function, __LINE__};
+    return KeelError::fault("Invalid hour", proposed(), Traits::sourcePath, function);
   }
   if (!Quanda::MinutesIn::Gregorian::Hour::validZeroBasedDomain.contains(minute)) {
-    return {Traits::invalidMinuteMessage, proposed(), Traits::sourcePath, function, __LINE__};
+    return KeelError::fault(Traits::invalidMinuteMessage, proposed(), Traits::sourcePath, function);
   }
   if (!Traits::isValidSecond(second)) {
-    return {Traits::invalidSecondMessage, proposed(), Traits::sourcePath, function, __LINE__};
+    return KeelError::fault(Traits::invalidSecondMessage, proposed(), Traits::sourcePath, function);
   }
   return Time(hour, minute, second);
 }
@@ -120,11 +120,8 @@ template <class Time, class Traits>
 KeelResult<Time> TimeOfDayCore<Time, Traits>::make(const Components& components) {
   auto time = make(components.hour, components.minute, components.second);
   if (!time) {
-    return {time.error(),
-            {{"proposedComponents", components}},
-            Traits::sourcePath,
-            "make(components:)",
-            __LINE__};
+    return KeelError::wrap(time.error(), {{"proposedComponents", components}}, Traits::sourcePath,
+                           "make(components:)");
   }
   return time;
 }
@@ -139,17 +136,12 @@ KeelResult<Time> TimeOfDayCore<Time, Traits>::makeFromIso8601String(
   if (first == std::string_view::npos || second == std::string_view::npos ||
       s.find(':', second + 1) != std::string_view::npos) {
     if constexpr (Traits::tokenCountFailureListsTokens) {
-      return {"Unexpected number of tokens",
-              {{"iso8601String", s}, {"tokens", splitKeepingEmpty(s, ':')}},
-              Traits::sourcePath,
-              function,
-              __LINE__};
+      return KeelError::fault("Unexpected number of tokens",
+                              {{"iso8601String", s}, {"tokens", splitKeepingEmpty(s, ':')}},
+                              Traits::sourcePath, function);
     } else {
-      return {"Unexpected number of tokens",
-              {{"iso8601String", s}},
-              Traits::sourcePath,
-              function,
-              __LINE__};
+      return KeelError::fault("Unexpected number of tokens", {{"iso8601String", s}},
+                              Traits::sourcePath, function);
     }
   }
   return makeFromTokens(s.substr(0, first), s.substr(first + 1, second - first - 1),
@@ -174,23 +166,23 @@ KeelResult<Time> TimeOfDayCore<Time, Traits>::makeFromTokens(
   };
   const auto hour = parseUnsignedDecimal<std::uint8_t>(hourToken);
   if (!hour) {
-    return {"Couldn't convert first token to hour", arguments(conversionArguments),
-            Traits::sourcePath, functionName, __LINE__};
+    return KeelError::fault("Couldn't convert first token to hour", arguments(conversionArguments),
+                            Traits::sourcePath, functionName);
   }
   const auto minute = parseUnsignedDecimal<std::uint8_t>(minuteToken);
   if (!minute) {
-    return {"Couldn't convert second token to minute", arguments(conversionArguments),
-            Traits::sourcePath, functionName, __LINE__};
+    return KeelError::fault("Couldn't convert second token to minute",
+                            arguments(conversionArguments), Traits::sourcePath, functionName);
   }
   const auto second = Traits::parseSecond(secondToken);
   if (!second) {
-    return {"Couldn't convert third token to second", arguments(conversionArguments),
-            Traits::sourcePath, functionName, __LINE__};
+    return KeelError::fault("Couldn't convert third token to second",
+                            arguments(conversionArguments), Traits::sourcePath, functionName);
   }
   auto time = make(*hour, *minute, *second);
   if (!time) {
-    return {time.error(), arguments(validationArguments), Traits::sourcePath, functionName,
-            __LINE__};
+    return KeelError::wrap(time.error(), arguments(validationArguments), Traits::sourcePath,
+                           functionName);
   }
   return time;
 }

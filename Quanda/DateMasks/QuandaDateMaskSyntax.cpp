@@ -176,8 +176,8 @@ class Parser {
   }
 
   Result unreadable(const std::string& part) const {
-    return Result("Unreadable date mask", {{"syntax", syntax_}, {"part", part}}, path, signature,
-                  __LINE__);
+    return KeelError::fault("Unreadable date mask", {{"syntax", syntax_}, {"part", part}}, path,
+                            signature);
   }
 
   Result parseExcept() {
@@ -230,8 +230,7 @@ class Parser {
   KeelResult<QuandaAbstractDate> date(const std::string& text) const {
     auto parsed = QuandaAbstractDate::makeFromIso8601String(text);
     if (!parsed) {
-      return KeelResult<QuandaAbstractDate>(parsed.error(), {{"syntax", syntax_}}, path, signature,
-                                            __LINE__);
+      return KeelError::wrap(parsed.error(), {{"syntax", syntax_}}, path, signature);
     }
     return parsed;
   }
@@ -326,7 +325,7 @@ class Parser {
       const auto days = at == 1 ? daysNamed(words[0]) : std::nullopt;
       if (at == 1 && (!days || !cycle->second)) continue;
       const auto start = date(*anchor);
-      if (!start) return Result::failure(start.error());
+      if (!start) return (start.error());
       const std::vector<bool> pattern = onThenOff(cycle->first);
       if (days) {
         return Mask(std::make_shared<QuandaDaysOfWeeksDateMask>(start.value(), *days, pattern));
@@ -345,7 +344,7 @@ class Parser {
       const auto anchor = anchorText(words, at + 2);
       if (!pattern || !anchor) continue;
       const auto start = date(*anchor);
-      if (!start) return Result::failure(start.error());
+      if (!start) return (start.error());
       if (at == 1) return Mask(std::make_shared<QuandaWeekCycleDateMask>(start.value(), *pattern));
       return Mask(
           std::make_shared<QuandaDayCycleDateMask>(start.value().daysSinceDatum(), *pattern));
@@ -365,11 +364,11 @@ class Parser {
         }
         const std::size_t dots = item.find("..");
         const auto low = date(item.substr(0, dots));
-        if (!low) return Result::failure(low.error());
+        if (!low) return (low.error());
         auto high = low;
         if (dots != std::string::npos) {
           high = date(item.substr(dots + 2));
-          if (!high) return Result::failure(high.error());
+          if (!high) return (high.error());
         }
         if (high.value() < low.value()) return unreadable(item);
         ranges.emplace_back(low.value(), high.value());
@@ -406,8 +405,8 @@ KeelResult<std::shared_ptr<const QuandaDateMasking>> makeDateMaskFromSyntaxOrArc
   } catch (const KeelDecodingError& error) {
     reason = error.what();
   }
-  return Result("Undecodable date mask archive", {{"archive", text}, {"reason", reason}}, path,
-                "makeDateMask(syntaxOrArchive:)", __LINE__);
+  return KeelError::fault("Undecodable date mask archive", {{"archive", text}, {"reason", reason}},
+                          path, "makeDateMask(syntaxOrArchive:)");
 }
 
 KeelResult<QuandaDayOfGregorianWeek> makeDayOfGregorianWeekFromSyntax(std::string_view syntax) {
@@ -416,6 +415,6 @@ KeelResult<QuandaDayOfGregorianWeek> makeDayOfGregorianWeekFromSyntax(std::strin
     lower += static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
   }
   if (const auto day = dayNamed(lower)) return *day;
-  return KeelResult<QuandaDayOfGregorianWeek>("Unreadable day of week", {{"syntax", syntax}}, path,
-                                              "makeDayOfGregorianWeek(syntax:)", __LINE__);
+  return KeelError::fault("Unreadable day of week", {{"syntax", syntax}}, path,
+                          "makeDayOfGregorianWeek(syntax:)");
 }

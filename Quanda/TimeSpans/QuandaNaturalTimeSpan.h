@@ -73,10 +73,10 @@ inline KeelResult<QuandaNaturalTimeSpan> QuandaNaturalTimeSpan::subtract(
   const auto lhs = keel::checkedNarrow<std::int64_t>(seconds());
   const auto rhs = keel::checkedNarrow<std::int64_t>(other.seconds());
   if (lhs < rhs) {
-    return KeelResult<QuandaNaturalTimeSpan>(
+    return KeelError::fault(
         "Result would be a negative time which is unacceptable for a natural span",
         {{"timeSpan", seconds()}, {"other", other.seconds()}},
-        "Quanda/Time Spans/QuandaNaturalTimeSpan", "subtract(_:)", __LINE__);
+        "Quanda/Time Spans/QuandaNaturalTimeSpan", "subtract(_:)");
   }
   return QuandaNaturalTimeSpan(lhs - rhs);
 }

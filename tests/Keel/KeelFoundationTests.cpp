@@ -5,6 +5,7 @@
 #include <functional>
 #include <limits>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -53,12 +54,29 @@ TEST(KeelResult, CarriesAValueOrAWrappedErrorChain) {
   EXPECT_EQ(error.chainDescription(),
             "{text: x} in outer(text:) (Keel/Outer:20)\n"
             "  \"Bad text\" {text: x} in parse(text:) (Keel/Inner:10) [U_ERR]");
-  EXPECT_EQ(KeelResult<int>::failure(error).error(), error);
+  EXPECT_EQ(KeelResult<int>(error).error(), error);
   EXPECT_EQ(outer("x").error(), error);  // equal by content, not identity
 }
 
+TEST(KeelError, OneLineSitesTakeTheCallersLine) {
+  const std::uint32_t faultLine = __LINE__ + 1;
+  const KeelResult<int> fault = KeelError::fault("Bad", {{"n", 1}}, "Keel/Site", "f(n:)", "U_X");
+  const std::uint32_t wrapLine = __LINE__ + 1;
+  const KeelResult<double> wrapped = KeelError::wrap(fault.error(), {}, "Keel/Outer", "g()");
+  EXPECT_EQ(fault.error().lineNumber(), faultLine);
+  EXPECT_EQ(fault.error().frameworkError(), "U_X");
+  EXPECT_EQ(wrapped.error().lineNumber(), wrapLine);
+  EXPECT_EQ(*wrapped.error().error(), fault.error());
+
+  std::ostringstream stream;
+  stream << wrapped.error();
+  EXPECT_EQ(stream.str(), "Bad\n" + wrapped.error().chainDescription());
+}
+
 TEST(KeelResultDeathTest, TakingTheWrongCaseStops) {
-  EXPECT_DEATH((void)outer("x").value(), "value\\(\\) of a failed KeelResult");
+  // The chain is printed, innermost message first.
+  EXPECT_DEATH((void)outer("x").value(),
+               "value\\(\\) of a failed KeelResult\nBad text\n\\{text: x\\} in outer");
   EXPECT_DEATH((void)outer("1").error(), "error\\(\\) of a successful KeelResult");
 }
 

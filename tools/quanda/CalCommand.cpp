@@ -30,16 +30,14 @@ constexpr std::string_view monthNames[] = {"January",   "February", "March",    
 KeelResult<QuandaAbstractDate> firstOfMonth(const std::string& text) {
   const std::size_t dash = text.find('-');
   const auto year = parseQuandaInteger<std::uint16_t>(text.substr(0, dash), "year");
-  if (!year) return KeelResult<QuandaAbstractDate>::failure(year.error());
+  if (!year) return (year.error());
   if (dash == std::string::npos) {
-    return KeelResult<QuandaAbstractDate>("Expected a month as yyyy-mm", {{"month", text}}, path,
-                                          "cal", __LINE__);
+    return KeelError::fault("Expected a month as yyyy-mm", {{"month", text}}, path, "cal");
   }
   const auto month = parseQuandaInteger<std::uint8_t>(text.substr(dash + 1), "month");
-  if (!month) return KeelResult<QuandaAbstractDate>::failure(month.error());
+  if (!month) return (month.error());
   const auto date = QuandaAbstractDate::make(year.value(), month.value(), 1);
-  if (!date)
-    return KeelResult<QuandaAbstractDate>(date.error(), {{"month", text}}, path, "cal", __LINE__);
+  if (!date) return KeelError::wrap(date.error(), {{"month", text}}, path, "cal");
   return date;
 }
 

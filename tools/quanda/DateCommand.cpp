@@ -42,7 +42,7 @@ KeelResult<QuandaAbstractDate> readDate(std::string_view text) {
   }
   if (isDecimalDigits(text) && text.size() != 8) {
     const auto number = parseQuandaInteger<std::uint64_t>(text, "date");
-    if (!number) return KeelResult<QuandaAbstractDate>::failure(number.error());
+    if (!number) return (number.error());
     return QuandaAbstractDate::makeFromIso8601Numeric(number.value());
   }
   return QuandaAbstractDate::makeFromIso8601StringWithoutSeparators(text);

@@ -74,11 +74,11 @@ using Step = std::function<KeelResult<DateTime>(const DateTime&)>;
 
 template <class DateTime>
 KeelResult<DateTime> outsideTheCalendar(const DateTime& dateTime, const QuandaOption& option) {
-  return KeelResult<DateTime>("Result outside 0001-01-01 ... 9999-12-31",
-                              {{"dateTime", dateTime.serializedToRfc3339String()},
-                               {"option", "--" + option.name},
-                               {"value", option.value}},
-                              commandPath, "datetime", __LINE__);
+  return KeelError::fault("Result outside 0001-01-01 ... 9999-12-31",
+                          {{"dateTime", dateTime.serializedToRfc3339String()},
+                           {"option", "--" + option.name},
+                           {"value", option.value}},
+                          commandPath, "datetime");
 }
 
 // A clock move by the option's amount in units of unitSeconds.
@@ -106,7 +106,7 @@ KeelResult<Step<DateTime>> readStep(const QuandaOption& option) {
   };
   if (name == "add-years" || name == "add-months" || name == "add-days") {
     const KeelResult<std::int32_t> amount = readInteger(std::int32_t{});
-    if (!amount) return Result::failure(amount.error());
+    if (!amount) return (amount.error());
     const std::int32_t n = amount.value();
     return Step<DateTime>([=](const DateTime& dateTime) -> KeelResult<DateTime> {
       const QuandaAbstractDate date = dateTime.date();
@@ -124,13 +124,13 @@ KeelResult<Step<DateTime>> readStep(const QuandaOption& option) {
   }
   if (name == "add-hours") {
     const KeelResult<std::int32_t> hours = readInteger(std::int32_t{});
-    if (!hours) return Result::failure(hours.error());
+    if (!hours) return (hours.error());
     return clockStep<DateTime>(option, hours.value(), 3600,
                                [](const DateTime& d, std::int32_t n) { return d.addingHours(n); });
   }
   if (name == "add-minutes") {
     const KeelResult<std::int64_t> minutes = readInteger(std::int64_t{});
-    if (!minutes) return Result::failure(minutes.error());
+    if (!minutes) return (minutes.error());
     return clockStep<DateTime>(option, minutes.value(), 60, [](const DateTime& d, std::int64_t n) {
       return d.addingMinutes(n);
     });
@@ -138,12 +138,12 @@ KeelResult<Step<DateTime>> readStep(const QuandaOption& option) {
   if (name == "add-seconds") {
     if constexpr (std::is_same_v<DateTime, Real>) {
       const KeelResult<double> seconds = parseQuandaDecimal(value, name);
-      if (!seconds) return Result::failure(seconds.error());
+      if (!seconds) return (seconds.error());
       return clockStep<DateTime>(option, seconds.value(), 1,
                                  [](const DateTime& d, double n) { return d.addingSeconds(n); });
     } else {
       const KeelResult<std::int64_t> seconds = readInteger(std::int64_t{});
-      if (!seconds) return Result::failure(seconds.error());
+      if (!seconds) return (seconds.error());
       return clockStep<DateTime>(option, seconds.value(), 1, [](const DateTime& d, std::int64_t n) {
         return d.addingSeconds(n);
       });
@@ -173,7 +173,7 @@ KeelResult<Step<DateTime>> readStep(const QuandaOption& option) {
   }
   // --next: the first date-time at that time of day after this one.
   const KeelResult<Time> time = Time::makeFromIso8601String(value);
-  if (!time) return Result::failure(time.error());
+  if (!time) return (time.error());
   return Step<DateTime>([option, time = time.value()](const DateTime& d) -> KeelResult<DateTime> {
     if (d.date() == QuandaAbstractDate::validRange.max() && !(time > d.time())) {
       return outsideTheCalendar(d, option);
@@ -239,7 +239,7 @@ int runDateTime(const std::vector<std::string>& args, std::ostream& out, std::os
   KeelResult<Natural> dateTime = [&]() -> KeelResult<Natural> {
     if (!digitsOnly) return Natural::makeFromRfc3339String(text);
     const KeelResult<std::uint64_t> number = parseQuandaInteger<std::uint64_t>(text, "date-time");
-    if (!number) return KeelResult<Natural>::failure(number.error());
+    if (!number) return (number.error());
     return Natural::makeFromRfc3339Numeric(number.value());
   }();
   if (!dateTime) {

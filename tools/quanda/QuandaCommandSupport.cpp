@@ -38,13 +38,12 @@ KeelResult<QuandaArguments> parseQuandaArguments(const std::vector<std::string>&
         std::find_if(accepted.begin(), accepted.end(),
                      [&](const QuandaOptionSpec& each) { return each.name == name; });
     if (known == accepted.end()) {
-      return KeelResult<QuandaArguments>("Unknown option", {{"option", argument}}, supportPath,
-                                         signature, __LINE__);
+      return KeelError::fault("Unknown option", {{"option", argument}}, supportPath, signature);
     }
     if (!known->takesValue) {
       if (equals != std::string_view::npos) {
-        return KeelResult<QuandaArguments>("Option takes no value", {{"option", argument}},
-                                           supportPath, signature, __LINE__);
+        return KeelError::fault("Option takes no value", {{"option", argument}}, supportPath,
+                                signature);
       }
       parsed.options.push_back({std::string(name), std::string()});
     } else if (equals != std::string_view::npos) {
@@ -52,8 +51,8 @@ KeelResult<QuandaArguments> parseQuandaArguments(const std::vector<std::string>&
     } else if (index + 1 < args.size()) {
       parsed.options.push_back({std::string(name), args[++index]});
     } else {
-      return KeelResult<QuandaArguments>("Missing value for option", {{"option", argument}},
-                                         supportPath, signature, __LINE__);
+      return KeelError::fault("Missing value for option", {{"option", argument}}, supportPath,
+                              signature);
     }
   }
   return parsed;
@@ -79,8 +78,8 @@ KeelResult<DecimalInteger> parseDecimalInteger(std::string_view text, std::strin
     return c >= '0' && c <= '9';
   });
   if (!allDigits) {
-    return KeelResult<DecimalInteger>("Not an integer", {{"argument", name}, {"text", text}},
-                                      supportPath, signature, __LINE__);
+    return KeelError::fault("Not an integer", {{"argument", name}, {"text", text}}, supportPath,
+                            signature);
   }
   const std::from_chars_result result =
       std::from_chars(digits.data(), digits.data() + digits.size(), read.magnitude);

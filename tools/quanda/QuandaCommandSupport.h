@@ -83,14 +83,14 @@ requires(!std::same_as<T, bool>) KeelResult<T> parseQuandaInteger(std::string_vi
   using Limits = std::numeric_limits<T>;
   const KeelResult<quanda_detail::DecimalInteger> read =
       quanda_detail::parseDecimalInteger(text, name);
-  if (!read) return KeelResult<T>::failure(read.error());
+  if (!read) return (read.error());
   const auto [negative, beyond64Bits, magnitude] = read.value();
   // The largest magnitude each sign allows; a two's complement minimum is one past the maximum.
   const auto maximum = static_cast<std::uint64_t>(Limits::max());
   const std::uint64_t limit = !negative ? maximum : Limits::is_signed ? maximum + 1 : 0;
   if (beyond64Bits || magnitude > limit) {
-    return KeelResult<T>::failure(quanda_detail::integerOutOfRange(
-        text, name, keel::describe(Limits::min()), keel::describe(Limits::max())));
+    return (quanda_detail::integerOutOfRange(text, name, keel::describe(Limits::min()),
+                                             keel::describe(Limits::max())));
   }
   if constexpr (Limits::is_signed) {
     // -(magnitude - 1) - 1 stays inside T all the way down to T's minimum.

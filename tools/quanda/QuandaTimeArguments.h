@@ -26,8 +26,8 @@ inline KeelResult<double> parseQuandaDecimal(std::string_view text, std::string_
   const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
   if (digits.empty() || digits.front() == '+' || error != std::errc{} ||
       end != digits.data() + digits.size() || !std::isfinite(value)) {
-    return KeelResult<double>("Not a finite decimal number", {{"argument", name}, {"text", text}},
-                              "tools/quanda/QuandaTimeArguments", "parseQuandaDecimal", __LINE__);
+    return KeelError::fault("Not a finite decimal number", {{"argument", name}, {"text", text}},
+                            "tools/quanda/QuandaTimeArguments", "parseQuandaDecimal");
   }
   return value;
 }

@@ -98,7 +98,7 @@ KeelResult<Span> added(
     std::int64_t sum = 0;
     if (__builtin_mul_overflow(amount, unit, &product) ||
         __builtin_add_overflow(span.seconds(), product, &sum)) {
-      return KeelResult<Span>::failure(outsideTheRange(span.description(), option));
+      return (outsideTheRange(span.description(), option));
     }
     return span + Discrete(product);
   } else {
@@ -112,7 +112,7 @@ KeelResult<Span> added(
         (amount >= 0 && __builtin_add_overflow(span.seconds(), magnitude, &sum)) ||
         (amount < 0 &&
          (span.seconds() >= std::uint64_t{1} << 63 || magnitude >= std::uint64_t{1} << 63))) {
-      return KeelResult<Span>::failure(outsideTheRange(span.description(), option));
+      return (outsideTheRange(span.description(), option));
     }
     if (amount >= 0) return span + Natural(magnitude);
     return span.subtract(Natural(magnitude));
@@ -134,7 +134,7 @@ KeelResult<Span> rounded(Span span, const QuandaOption& option) {
     const double result = KeelMathUtil::roundTo(span.asDouble(), step);
     const bool fits = std::is_same_v<Span, Natural> ? result > -1.0 && result < 2.0 * twoTo63
                                                     : result >= -twoTo63 && result < twoTo63;
-    if (!fits) return KeelResult<Span>::failure(outsideTheRange(span.description(), option));
+    if (!fits) return (outsideTheRange(span.description(), option));
     if (step == 60.0) return span.roundingToMinute();
     if (step == 3600.0) return span.roundingToHour();
     if (step == 86400.0) return span.roundingToDay();

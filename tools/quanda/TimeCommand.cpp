@@ -160,7 +160,7 @@ int runTime(const std::vector<std::string>& args, std::ostream& out, std::ostrea
     if (!digitsOnly || text.size() == 6)
       return Natural::makeFromIso8601StringWithoutSeparators(text);
     const KeelResult<std::uint64_t> number = parseQuandaInteger<std::uint64_t>(text, "time");
-    if (!number) return KeelResult<Natural>::failure(number.error());
+    if (!number) return (number.error());
     return Natural::makeFromIso8601Numeric(number.value());
   }();
   if (!time) {
