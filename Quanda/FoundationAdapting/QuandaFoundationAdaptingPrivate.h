@@ -30,6 +30,7 @@
 #include "Keel/KeelResult.h"
 #include "Quanda/Formatting/QuandaDurationFormatSettings.h"
 #include "Quanda/FoundationAdapting/QuandaFoundationCalendarAdapter.h"
+#include "Quanda/FoundationAdapting/QuandaZoneOffsetsPrivate.h"
 
 namespace quanda_adapting {
 
@@ -187,6 +188,7 @@ class Cache {
 struct Timezone {
   absl::TimeZone zone;
   bool isUtc;
+  ZoneOffsets offsets;  // of the years around now, for the conversions
 };
 
 // A locale and what it brings along, each built on first use.
@@ -203,8 +205,7 @@ struct GregorianCalendar {
   std::string localeIdentifier;
   std::string timezoneIdentifier;
   Locale* locale;
-  absl::TimeZone zone;
-  bool isUtc;
+  const Timezone* timezone;  // null only for the UTC calendar of an error's text
 
   // "Calendar(identifier: gregorian, localeIdentifier: en_US, timezoneIdentifier: UTC)".
   std::string description() const;
@@ -226,20 +227,6 @@ struct DurationFormatter {
   // Positional text: the leading number as it is, the others with two digits.
   std::optional<icu::number::LocalizedNumberFormatter> leadingNumber;
   std::optional<icu::number::LocalizedNumberFormatter> paddedNumber;
-};
-
-// A builder's platform components, as errors show them.
-struct PlatformDateComponents {
-  std::int64_t year;
-  std::int64_t month;
-  std::int64_t day;
-  std::optional<std::int64_t> hour{};
-  std::optional<std::int64_t> minute{};
-  std::optional<std::int64_t> second{};
-  std::optional<std::int64_t> nanosecond{};
-
-  // "DateComponents(year: 2023, month: 2, day: 29, hour: 0, ...)", set fields only.
-  std::string description() const;
 };
 
 // Which zone a conversion works in.
@@ -337,10 +324,21 @@ struct QuandaFoundationCalendarAdapter::Implementation {
 
   // ---- Conversions (QuandaFoundationCalendarAdapterConversions.cpp) --------------------------
 
-  // The calendar of a zone choice; nothing (and no look-up) for UTC.
+  // The calendar of a zone choice. Conversions in UTC are day arithmetic and skip it.
   KeelResult<quanda_adapting::GregorianCalendar*> calendarFor(quanda_adapting::ZoneChoice zone);
-  std::string calendarDescription(quanda_adapting::ZoneChoice zone,
-                                  const quanda_adapting::GregorianCalendar* calendar) const;
+  // The calendar of the last conversion when it is the one the zone choice asks for, without a
+  // look-up: a run of conversions in one zone and locale compares two texts and nothing more.
+  quanda_adapting::GregorianCalendar* rememberedCalendar(quanda_adapting::ZoneChoice zone) const {
+    if (lastCalendar == nullptr) return nullptr;
+    const std::string_view timezoneIdentifier =
+        zone.kind == quanda_adapting::ZoneChoice::Kind::local ? device->currentTimezoneIdentifier()
+        : zone.kind == quanda_adapting::ZoneChoice::Kind::utc ? std::string_view("UTC")
+                                                              : zone.identifier;
+    return lastCalendar->timezoneIdentifier == timezoneIdentifier &&
+                   lastCalendar->localeIdentifier == device->currentLocaleIdentifier()
+               ? lastCalendar
+               : nullptr;
+  }
 
   template <class Components>
   KeelResult<KeelDate> makeFoundationDate(const Components& components,

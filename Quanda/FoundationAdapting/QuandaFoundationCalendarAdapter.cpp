@@ -84,23 +84,6 @@ std::string GregorianCalendar::description() const {
          ", timezoneIdentifier: " + timezoneIdentifier + ")";
 }
 
-std::string PlatformDateComponents::description() const {
-  std::string text = "DateComponents(year: " + std::to_string(year) +
-                     ", month: " + std::to_string(month) + ", day: " + std::to_string(day);
-  const auto append = [&text](std::string_view name, std::optional<std::int64_t> value) {
-    if (!value) return;
-    text += ", ";
-    text += name;
-    text += ": ";
-    text += std::to_string(*value);
-  };
-  append("hour", hour);
-  append("minute", minute);
-  append("second", second);
-  append("nanosecond", nanosecond);
-  return text + ")";
-}
-
 // ---- Life ------------------------------------------------------------------------------------
 
 Adapter::QuandaFoundationCalendarAdapter()
@@ -143,8 +126,9 @@ KeelResult<const Timezone*> Adapter::Implementation::getTimezoneBy(std::string_v
     return KeelError::fault("Failed to create timezone", {{"identifier", identifier}}, path,
                             "getTimezoneBy(identifier:)");
   }
-  return &timezonesByIdentifier.store(std::string(identifier),
-                                      Timezone{*zone, identifier == utcIdentifier});
+  const bool isUtc = identifier == utcIdentifier;
+  return &timezonesByIdentifier.store(
+      std::string(identifier), Timezone{*zone, isUtc, isUtc ? ZoneOffsets() : ZoneOffsets(*zone)});
 }
 
 Locale& Adapter::Implementation::getLocaleBy(std::string_view identifier) {
@@ -233,7 +217,7 @@ KeelResult<GregorianCalendar*> Adapter::Implementation::getGregorianCalendarBy(
   return lastCalendar = &gregorianCalendarsByTimezoneIdentifier.store(
              {std::string(localeIdentifier), std::string(timezoneIdentifier)},
              GregorianCalendar{std::string(localeIdentifier), std::string(timezoneIdentifier),
-                               &locale, zone.value()->zone, zone.value()->isUtc});
+                               &locale, zone.value()});
 }
 
 KeelResult<GregorianCalendar*> Adapter::Implementation::getLocalGregorianCalendar() {

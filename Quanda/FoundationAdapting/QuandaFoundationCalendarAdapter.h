@@ -57,7 +57,7 @@
 #include "Quanda/FoundationAdapting/QuandaCalendarAdapting.h"
 #include "Quanda/FoundationAdapting/QuandaDeviceSettings.h"
 
-class QuandaFoundationCalendarAdapter : public QuandaCalendarAdapting {
+class QuandaFoundationCalendarAdapter final : public QuandaCalendarAdapting {
  public:
   // The device is the process itself (QuandaSystemDeviceSettings).
   QuandaFoundationCalendarAdapter();

@@ -11,6 +11,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <string>
 #include <type_traits>
 
@@ -45,69 +46,8 @@ inline constexpr bool hasRealSecond =
     std::is_same_v<Components, QuandaCalendarAdapting::RealTimeComponents> ||
     std::is_same_v<Components, QuandaCalendarAdapting::RealDateTimeComponents>;
 
-// ---- Building --------------------------------------------------------------------------------
-
-// The platform components a record asks for: the date, and the time when the record has one. A
-// real second is split by floor into a whole second and a nanosecond; a second that is not finite
-// or does not fit 64 bits stops the process.
-template <class Components>
-PlatformDateComponents platformComponents(const Components& components) {
-  PlatformDateComponents platform{components.year, components.month, components.day};
-  if constexpr (hasTime<Components>) {
-    platform.hour = components.hour;
-    platform.minute = components.minute;
-    if constexpr (hasRealSecond<Components>) {
-      const double second = components.second;
-      KEEL_PRECONDITION(std::isfinite(second), "real second is not finite");
-      platform.second = keel::checkedFromDouble<std::int64_t>(std::floor(second));
-      platform.nanosecond = keel::checkedFromDouble<std::int64_t>(
-          std::floor(std::fmod(second, 1.0) * Quanda::NanosecondsIn::Gregorian::Second::count));
-    } else {
-      platform.second = components.second;
-    }
-  }
-  return platform;
-}
-
-// Whether the components name one moment of the proleptic calendar, with nothing rolled over.
-bool namesAMoment(const PlatformDateComponents& platform) {
-  if (platform.month < 1 || platform.month > 12 || platform.day < 1 || platform.year < 0 ||
-      platform.year > 65535) {
-    return false;
-  }
-  const auto year = static_cast<std::uint16_t>(platform.year);
-  const auto month = static_cast<std::uint8_t>(platform.month);
-  return platform.day <= Quanda::DaysIn::Gregorian::oneBasedMonth(month, year) &&
-         platform.hour.value_or(0) <= 23 && platform.minute.value_or(0) <= 59 &&
-         platform.second.value_or(0) >= 0 && platform.second.value_or(0) <= 59 &&
-         platform.nanosecond.value_or(0) >= 0 && platform.nanosecond.value_or(0) <= 999999999;
-}
-
-// The instant of valid components: the wall time in the calendar's zone (the earlier instant of
-// a repeated one, a skipped one moved forward by the gap, as the zone's `pre` reading gives), or
-// day arithmetic in UTC.
-double unixSeconds(const PlatformDateComponents& platform, const GregorianCalendar* calendar) {
-  const std::int64_t hour = platform.hour.value_or(0);
-  const std::int64_t minute = platform.minute.value_or(0);
-  const std::int64_t second = platform.second.value_or(0);
-  std::int64_t whole;
-  if (calendar == nullptr || calendar->isUtc) {
-    whole = quanda_detail::daysFromCivil(platform.year, static_cast<unsigned>(platform.month),
-                                         static_cast<unsigned>(platform.day)) *
-                86400 +
-            hour * 3600 + minute * 60 + second;
-  } else {
-    const absl::CivilSecond wallTime(platform.year, static_cast<int>(platform.month),
-                                     static_cast<int>(platform.day), static_cast<int>(hour),
-                                     static_cast<int>(minute), static_cast<int>(second));
-    whole = absl::ToUnixSeconds(calendar->zone.At(wallTime).pre);
-  }
-  return static_cast<double>(whole) + static_cast<double>(platform.nanosecond.value_or(0)) /
-                                          Quanda::NanosecondsIn::Gregorian::Second::count;
-}
-
-// ---- Reading ---------------------------------------------------------------------------------
-
+// A wall time as the calendar takes and gives it: a date and a time of day, the second split into
+// a whole second and a nanosecond.
 struct WallTime {
   std::int64_t year;
   std::int64_t month;
@@ -118,29 +58,144 @@ struct WallTime {
   std::int64_t nanosecond;
 };
 
-// The wall time of a finite instant in the calendar's zone (UTC without a calendar). An instant
-// so far out that its year cannot fit any record stops the process.
-WallTime wallTime(double instant, const GregorianCalendar* calendar) {
+// Whether the date of a wall time exists in the proleptic calendar (any year the records hold).
+[[gnu::always_inline]] inline bool dateExists(const WallTime& time) {
+  namespace Month = Quanda::DaysIn::Gregorian::Month;
+  return time.month >= 1 && time.month <= 12 && time.day >= 1 &&
+         time.day <= (Quanda::isLeapYear(static_cast<std::uint16_t>(time.year))
+                          ? Month::leap
+                          : Month::nonLeap)[static_cast<std::size_t>(time.month - 1)];
+}
+
+// The date of a day count from 1970-01-01, the same way round.
+[[gnu::always_inline]] inline quanda_detail::CivilDay civilDay(std::int64_t daysSince1970) {
+  const std::int64_t daysSinceDatum = daysSince1970 + quanda_detail::datumDaysBeforeUnixEpoch;
+  if (daysSinceDatum >= 0 &&
+      daysSinceDatum <= QuandaAbstractDate::validRange.max().daysSinceDatum()) {
+    const QuandaAbstractDate date =
+        QuandaAbstractDate::makeFromDaysSinceDatum(static_cast<std::uint32_t>(daysSinceDatum));
+    return {date.year(), date.month(), date.day()};
+  }
+  return quanda_detail::civilFromDays(daysSince1970);
+}
+
+// ---- Building --------------------------------------------------------------------------------
+
+// The wall time a record asks for: its date, at midnight when it has no time. A real second is
+// split by floor into a whole second and a nanosecond; a second that is not finite or does not
+// fit 64 bits stops the process.
+template <class Components>
+[[gnu::always_inline]] inline WallTime wallTimeOf(const Components& components) {
+  WallTime time{components.year, components.month, components.day, 0, 0, 0, 0};
+  if constexpr (hasTime<Components>) {
+    time.hour = components.hour;
+    time.minute = components.minute;
+    if constexpr (hasRealSecond<Components>) {
+      const double second = components.second;
+      KEEL_PRECONDITION(std::isfinite(second), "real second is not finite");
+      time.second = keel::checkedFromDouble<std::int64_t>(std::floor(second));
+      time.nanosecond = keel::checkedFromDouble<std::int64_t>(
+          std::floor(std::fmod(second, 1.0) * Quanda::NanosecondsIn::Gregorian::Second::count));
+    } else {
+      time.second = components.second;
+    }
+  }
+  return time;
+}
+
+// "DateComponents(year: 2023, month: 2, day: 29)": the fields a record of this kind sets.
+template <class Components>
+std::string dateComponentsDescription(const WallTime& time) {
+  std::string text = "DateComponents(year: " + std::to_string(time.year) +
+                     ", month: " + std::to_string(time.month) +
+                     ", day: " + std::to_string(time.day);
+  if constexpr (hasTime<Components>) {
+    text += ", hour: " + std::to_string(time.hour) + ", minute: " + std::to_string(time.minute) +
+            ", second: " + std::to_string(time.second);
+  }
+  if constexpr (hasRealSecond<Components>)
+    text += ", nanosecond: " + std::to_string(time.nanosecond);
+  return text + ")";
+}
+
+// The `pre` instant of a valid wall time in a zone, whole seconds. Kept apart so that the civil
+// time it builds is made in place rather than through a call.
+[[gnu::noinline]] std::int64_t zoneSeconds(const absl::TimeZone& zone, const WallTime& time) {
+  const absl::CivilSecond civil(time.year, time.month, time.day, time.hour, time.minute,
+                                time.second);
+  return absl::ToUnixSeconds(zone.At(civil).pre);
+}
+
+// The seconds since 1970 of a wall time read as if it were UTC.
+[[gnu::always_inline]] inline std::int64_t secondsAsIfUtc(const WallTime& time) {
+  return quanda_detail::daysFromCivil(time.year, static_cast<unsigned>(time.month),
+                                      static_cast<unsigned>(time.day)) *
+             86400 +
+         time.hour * 3600 + time.minute * 60 + time.second;
+}
+
+// The instant of a wall time, nothing when it names no moment of the proleptic calendar (with
+// nothing rolled over). In UTC it is day arithmetic; in another zone it is the zone's `pre`
+// reading, which is the earlier instant of a repeated wall time and moves a skipped one forward by
+// the length of the gap: from the zone's table of offsets in the years it covers, from the tz
+// library otherwise.
+template <bool withNanosecond>
+[[gnu::always_inline]] inline std::optional<double> unixSeconds(const WallTime& time,
+                                                                const GregorianCalendar* calendar) {
+  // The year always fits (0 to 65535), hours and minutes are never negative.
+  if (time.hour > 23 || time.minute > 59 || time.second < 0 || time.second > 59 ||
+      time.nanosecond < 0 || time.nanosecond > 999999999 || !dateExists(time)) {
+    return std::nullopt;
+  }
+  std::int64_t whole = secondsAsIfUtc(time);
+  if (calendar != nullptr && !calendar->timezone->isUtc) {
+    const std::optional<std::int64_t> instant = calendar->timezone->offsets.instantOf(whole);
+    whole = instant ? *instant : zoneSeconds(calendar->timezone->zone, time);
+  }
+  if constexpr (!withNanosecond) return static_cast<double>(whole);
+  return static_cast<double>(whole) +
+         static_cast<double>(time.nanosecond) / Quanda::NanosecondsIn::Gregorian::Second::count;
+}
+
+// ---- Reading ---------------------------------------------------------------------------------
+
+// The wall time of a finite instant in the calendar's zone (UTC without a calendar): the zone's
+// offset from its table (or the tz library outside it), then day arithmetic. The nanosecond only
+// when the record has a real second. An instant so far out that its year cannot
+// fit any record stops the process.
+template <bool withNanosecond>
+[[gnu::always_inline]] inline WallTime wallTimeAt(double instant,
+                                                  const GregorianCalendar* calendar) {
   // Years 0 to 65535 lie well within +-1e13 s; beyond, the year fits no record.
   KEEL_PRECONDITION(std::fabs(instant) < 1e13, "instant's year does not fit the components");
-  const double floored = std::floor(instant);
-  const auto whole = static_cast<std::int64_t>(floored);
-  // The fraction is exact; the product may round up to a whole second, which stays a nanosecond
-  // short of it.
-  const std::int64_t nanosecond = std::min<std::int64_t>(
-      static_cast<std::int64_t>((instant - floored) *
-                                Quanda::NanosecondsIn::Gregorian::Second::count),
-      999999999);
-  if (calendar == nullptr || calendar->isUtc) {
-    const std::int64_t days = quanda_detail::floorDivide(whole, 86400);
-    const std::int64_t secondOfDay = whole - days * 86400;
-    const quanda_detail::CivilDay date = quanda_detail::civilFromDays(days);
-    return {date.year,        date.month, date.day, secondOfDay / 3600, secondOfDay / 60 % 60,
-            secondOfDay % 60, nanosecond};
+  std::int64_t whole = static_cast<std::int64_t>(instant);
+  if (static_cast<double>(whole) > instant) --whole;  // rounded toward minus infinity
+  std::int64_t nanosecond = 0;
+  if constexpr (withNanosecond) {
+    // The fraction is exact; its product may round up to a whole second, kept a nanosecond short.
+    nanosecond = std::min<std::int64_t>(
+        static_cast<std::int64_t>((instant - static_cast<double>(whole)) *
+                                  Quanda::NanosecondsIn::Gregorian::Second::count),
+        999999999);
   }
-  const absl::CivilSecond civil = absl::ToCivilSecond(absl::FromUnixSeconds(whole), calendar->zone);
-  return {civil.year(),   civil.month(),  civil.day(), civil.hour(),
-          civil.minute(), civil.second(), nanosecond};
+  std::int64_t local = whole;
+  if (calendar != nullptr && !calendar->timezone->isUtc) {
+    const std::optional<std::int32_t> offset = calendar->timezone->offsets.offsetAt(whole);
+    if (!offset) {
+      const absl::CivilSecond civil =
+          absl::ToCivilSecond(absl::FromUnixSeconds(whole), calendar->timezone->zone);
+      return {civil.year(),   civil.month(),  civil.day(), civil.hour(),
+              civil.minute(), civil.second(), nanosecond};
+    }
+    local += *offset;
+  }
+  const std::int64_t days = quanda_detail::floorDivide(local, 86400);
+  const auto secondOfDay = static_cast<std::uint32_t>(local - days * 86400);
+  const std::uint32_t hour = secondOfDay / 3600;
+  const std::uint32_t secondOfHour = secondOfDay - hour * 3600;
+  const std::uint32_t minute = secondOfHour / 60;
+  const quanda_detail::CivilDay date = civilDay(days);
+  return {date.year, date.month, date.day, hour, minute, secondOfHour - minute * 60, nanosecond};
 }
 
 // The record of a wall time, each field narrowed to its width (a value that does not fit stops
@@ -150,40 +205,95 @@ Components narrowed(const WallTime& time) {
   Components components{};
   if constexpr (hasDate<Components>) {
     components.year = keel::checkedNarrow<std::uint16_t>(time.year);
-    components.month = keel::checkedNarrow<std::uint8_t>(time.month);
-    components.day = keel::checkedNarrow<std::uint8_t>(time.day);
+    components.month = static_cast<std::uint8_t>(time.month);
+    components.day = static_cast<std::uint8_t>(time.day);
   }
   if constexpr (hasTime<Components>) {
-    components.hour = keel::checkedNarrow<std::uint8_t>(time.hour);
-    components.minute = keel::checkedNarrow<std::uint8_t>(time.minute);
+    components.hour = static_cast<std::uint8_t>(time.hour);
+    components.minute = static_cast<std::uint8_t>(time.minute);
     if constexpr (hasRealSecond<Components>) {
       components.second =
           static_cast<double>(time.second) +
           static_cast<double>(time.nanosecond) / Quanda::NanosecondsIn::Gregorian::Second::count;
     } else {
-      components.second = keel::checkedNarrow<std::uint8_t>(time.second);
+      components.second = static_cast<std::uint8_t>(time.second);
     }
   }
   return components;
 }
 
-// The failure of a reader whose instant has no components: the first component it needs.
-template <class Components>
-constexpr std::string_view firstMissingComponent() {
-  return hasDate<Components> ? "dateComponents yields no year" : "dateComponents yields no hour";
+// ---- Failures, kept off the conversions' path
+// ----------------------------------------------------
+
+// "Calendar(identifier: gregorian, ...)": the calendar of a conversion, the UTC one when a UTC
+// conversion (day arithmetic) needed none.
+std::string calendarDescription(const GregorianCalendar* calendar,
+                                std::string_view currentLocaleIdentifier) {
+  if (calendar != nullptr) return calendar->description();
+  return GregorianCalendar{std::string(currentLocaleIdentifier), "UTC", nullptr, nullptr}
+      .description();
 }
 
-// "DateComponents()": an instant without components yields none of them.
-constexpr std::string_view noDateComponents = "DateComponents()";
+// The wrapping of a callee's failure: the operation's input, then the zone's identifier when the
+// operation names one.
+[[gnu::noinline, gnu::cold]] KeelError wrappedFailure(const KeelError& inner, KeelArgument input,
+                                                      ZoneChoice zone, std::string_view function,
+                                                      std::uint32_t line = __builtin_LINE()) {
+  KeelArguments args{std::move(input)};
+  if (zone.kind == ZoneChoice::Kind::named)
+    args.emplace_back("timezoneIdentifier", zone.identifier);
+  return KeelError::wrap(inner, std::move(args), path, function, line);
+}
+
+template <class Components>
+[[gnu::noinline, gnu::cold]] KeelError refusedComponents(const Components& components,
+                                                         const WallTime& wall, ZoneChoice zone,
+                                                         const GregorianCalendar* calendar,
+                                                         std::string_view currentLocaleIdentifier,
+                                                         std::string_view function,
+                                                         std::uint32_t line = __builtin_LINE()) {
+  KeelArguments args{{"components", components}};
+  if (zone.kind == ZoneChoice::Kind::named)
+    args.emplace_back("timezoneIdentifier", zone.identifier);
+  args.emplace_back("calendar", calendarDescription(calendar, currentLocaleIdentifier));
+  args.emplace_back("dateComponents", dateComponentsDescription<Components>(wall));
+  return KeelError::fault("Failed to create local foundation date from dateComponents",
+                          std::move(args), path, function, std::nullopt, line);
+}
+
+// An instant without components (NaN, an infinity) yields none of them.
+template <class Components>
+[[gnu::noinline, gnu::cold]] KeelError noComponents(KeelDate foundationDate, ZoneChoice zone,
+                                                    const GregorianCalendar* calendar,
+                                                    std::string_view currentLocaleIdentifier,
+                                                    std::string_view function,
+                                                    std::uint32_t line = __builtin_LINE()) {
+  constexpr std::string_view message =
+      hasDate<Components> ? "dateComponents yields no year" : "dateComponents yields no hour";
+  constexpr std::string_view none = "DateComponents()";
+  if (zone.kind == ZoneChoice::Kind::named) {
+    return KeelError::fault(message,
+                            {{"dateComponents", none},
+                             {"foundationDate", describeInstant(foundationDate)},
+                             {"timezoneIdentifier", zone.identifier}},
+                            path, function, std::nullopt, line);
+  }
+  return KeelError::fault(message,
+                          {{"calendar", calendarDescription(calendar, currentLocaleIdentifier)},
+                           {"dateComponents", none},
+                           {"foundationDate", describeInstant(foundationDate)}},
+                          path, function, std::nullopt, line);
+}
 
 }  // namespace
 
 // ---- The shared shapes -----------------------------------------------------------------------
 
 KeelResult<GregorianCalendar*> Adapter::Implementation::calendarFor(ZoneChoice zone) {
+  if (GregorianCalendar* remembered = rememberedCalendar(zone)) return remembered;
   switch (zone.kind) {
     case ZoneChoice::Kind::utc:
-      return static_cast<GregorianCalendar*>(nullptr);
+      return getGregorianCalendarBy(device->currentLocaleIdentifier(), "UTC");
     case ZoneChoice::Kind::local:
       return getLocalGregorianCalendar();
     case ZoneChoice::Kind::named:
@@ -192,38 +302,25 @@ KeelResult<GregorianCalendar*> Adapter::Implementation::calendarFor(ZoneChoice z
   return getGregorianCalendarBy(device->currentLocaleIdentifier(), zone.identifier);
 }
 
-std::string Adapter::Implementation::calendarDescription(ZoneChoice zone,
-                                                         const GregorianCalendar* calendar) const {
-  if (calendar != nullptr) return calendar->description();
-  return GregorianCalendar{std::string(device->currentLocaleIdentifier()), "UTC", nullptr,
-                           absl::UTCTimeZone(), zone.kind == ZoneChoice::Kind::utc}
-      .description();
-}
-
 template <class Components>
-KeelResult<KeelDate> Adapter::Implementation::makeFoundationDate(const Components& components,
-                                                                 ZoneChoice zone,
-                                                                 std::string_view function) {
-  const KeelResult<GregorianCalendar*> calendar = calendarFor(zone);
-  if (!calendar) {
-    if (zone.kind == ZoneChoice::Kind::named) {
-      return KeelError::wrap(calendar.error(),
-                             {{"components", components}, {"timezoneIdentifier", zone.identifier}},
-                             path, function);
+[[gnu::always_inline]] inline KeelResult<KeelDate> Adapter::Implementation::makeFoundationDate(
+    const Components& components, ZoneChoice zone, std::string_view function) {
+  GregorianCalendar* calendar = nullptr;
+  if (zone.kind != ZoneChoice::Kind::utc) {
+    calendar = rememberedCalendar(zone);
+    if (calendar == nullptr) {
+      const KeelResult<GregorianCalendar*> found = calendarFor(zone);
+      if (!found) return wrappedFailure(found.error(), {"components", components}, zone, function);
+      calendar = found.value();
     }
-    return KeelError::wrap(calendar.error(), {{"components", components}}, path, function);
   }
-  const PlatformDateComponents platform = platformComponents(components);
-  if (!namesAMoment(platform)) {
-    KeelArguments args{{"components", components}};
-    if (zone.kind == ZoneChoice::Kind::named)
-      args.emplace_back("timezoneIdentifier", zone.identifier);
-    args.emplace_back("calendar", calendarDescription(zone, calendar.value()));
-    args.emplace_back("dateComponents", platform.description());
-    return KeelError::fault("Failed to create local foundation date from dateComponents",
-                            std::move(args), path, function);
+  const WallTime wall = wallTimeOf(components);
+  const std::optional<double> instant = unixSeconds<hasRealSecond<Components>>(wall, calendar);
+  if (!instant) {
+    return refusedComponents(components, wall, zone, calendar, device->currentLocaleIdentifier(),
+                             function);
   }
-  return KeelDate(KeelDate::duration(unixSeconds(platform, calendar.value())));
+  return KeelDate(KeelDate::duration(*instant));
 }
 
 template <class Components>
@@ -238,48 +335,32 @@ KeelResult<QuandaLogicTimeInterval> Adapter::Implementation::makeLogicTimeInterv
   if (!date) {
     constexpr std::string_view key =
         hasRealSecond<Components> ? "realDateTimeComponents" : "discreteDateTimeComponents";
-    if (zone.kind == ZoneChoice::Kind::named) {
-      return KeelError::wrap(date.error(),
-                             {{key, components}, {"timezoneIdentifier", zone.identifier}}, path,
-                             function);
-    }
-    return KeelError::wrap(date.error(), {{key, components}}, path, function);
+    return wrappedFailure(date.error(), {key, components}, zone, function);
   }
   return QuandaLogicTimeInterval(date.value());
 }
 
 template <class Components>
-KeelResult<Components> Adapter::Implementation::readComponents(KeelDate foundationDate,
-                                                               ZoneChoice zone,
-                                                               std::string_view function) {
-  const bool isNamed = zone.kind == ZoneChoice::Kind::named;
-  const KeelResult<GregorianCalendar*> calendar = calendarFor(zone);
-  if (!calendar) {
-    if (isNamed) {
-      return KeelError::wrap(calendar.error(),
-                             {{"foundationDate", describeInstant(foundationDate)},
-                              {"timezoneIdentifier", zone.identifier}},
-                             path, function);
+[[gnu::always_inline]] inline KeelResult<Components> Adapter::Implementation::readComponents(
+    KeelDate foundationDate, ZoneChoice zone, std::string_view function) {
+  GregorianCalendar* calendar = nullptr;
+  if (zone.kind != ZoneChoice::Kind::utc) {
+    calendar = rememberedCalendar(zone);
+    if (calendar == nullptr) {
+      const KeelResult<GregorianCalendar*> found = calendarFor(zone);
+      if (!found) {
+        return wrappedFailure(found.error(), {"foundationDate", describeInstant(foundationDate)},
+                              zone, function);
+      }
+      calendar = found.value();
     }
-    return KeelError::wrap(calendar.error(), {{"foundationDate", describeInstant(foundationDate)}},
-                           path, function);
   }
   const double instant = foundationDate.time_since_epoch().count();
   if (!std::isfinite(instant)) {
-    if (isNamed) {
-      return KeelError::fault(firstMissingComponent<Components>(),
-                              {{"dateComponents", noDateComponents},
-                               {"foundationDate", describeInstant(foundationDate)},
-                               {"timezoneIdentifier", zone.identifier}},
-                              path, function);
-    }
-    return KeelError::fault(firstMissingComponent<Components>(),
-                            {{"calendar", calendarDescription(zone, calendar.value())},
-                             {"dateComponents", noDateComponents},
-                             {"foundationDate", describeInstant(foundationDate)}},
-                            path, function);
+    return noComponents<Components>(foundationDate, zone, calendar,
+                                    device->currentLocaleIdentifier(), function);
   }
-  return narrowed<Components>(wallTime(instant, calendar.value()));
+  return narrowed<Components>(wallTimeAt<hasRealSecond<Components>>(instant, calendar));
 }
 
 template <class Components>
@@ -289,14 +370,8 @@ KeelResult<Components> Adapter::Implementation::readComponents(
   const KeelResult<Components> components = readComponents<Components>(
       KeelDate(KeelDate::duration(logicTimeInterval.unixEpoch())), zone, readerFunction);
   if (!components) {
-    if (zone.kind == ZoneChoice::Kind::named) {
-      return KeelError::wrap(
-          components.error(),
-          {{"logicTimeInterval", logicTimeInterval}, {"timezoneIdentifier", zone.identifier}}, path,
-          function);
-    }
-    return KeelError::wrap(components.error(), {{"logicTimeInterval", logicTimeInterval}}, path,
-                           function);
+    return wrappedFailure(components.error(), {"logicTimeInterval", logicTimeInterval}, zone,
+                          function);
   }
   return components;
 }
@@ -508,21 +583,21 @@ KeelResult<KeelDate> Adapter::checkedFoundationDate(KeelDate foundationDate,
   constexpr std::string_view function = "checkedFoundationDate(foundationDate:timezoneIdentifier:)";
   const KeelResult<GregorianCalendar*> calendar =
       implementation_->calendarFor(named(timezoneIdentifier));
-  const KeelArguments args{{"foundationDate", describeInstant(foundationDate)},
-                           {"timezoneIdentifier", timezoneIdentifier}};
-  if (!calendar) return KeelError::wrap(calendar.error(), args, path, function);
+  const auto args = [&]() -> KeelArguments {
+    return {{"foundationDate", describeInstant(foundationDate)},
+            {"timezoneIdentifier", timezoneIdentifier}};
+  };
+  if (!calendar) return KeelError::wrap(calendar.error(), args(), path, function);
   const double instant = foundationDate.time_since_epoch().count();
   if (!std::isfinite(instant)) {
-    return KeelError::fault("Foundation date is not finite", args, path, function);
+    return KeelError::fault("Foundation date is not finite", args(), path, function);
   }
   // The years 1...9999 lie within +-1e12 s in any zone; beyond, the wall time is not worked out.
-  if (std::fabs(instant) >= 1e12) {
-    return KeelError::fault("Foundation date outside the years 1...9999", args, path, function);
-  }
-  const std::int64_t year = wallTime(instant, calendar.value()).year;
+  const std::int64_t year =
+      std::fabs(instant) < 1e12 ? wallTimeAt<false>(instant, calendar.value()).year : 0;
   if (year < QuandaAbstractDate::validYearRange.min() ||
       year > QuandaAbstractDate::validYearRange.max()) {
-    return KeelError::fault("Foundation date outside the years 1...9999", args, path, function);
+    return KeelError::fault("Foundation date outside the years 1...9999", args(), path, function);
   }
   return foundationDate;
 }

@@ -2,6 +2,8 @@
 // database: every hour of 1970...2037 in both directions, and every daylight-saving edge, in
 // zones chosen for their oddities. Expected instants come from the oracle's offsets, never from
 // typed-in ones, so that a database update cannot break a test.
+#include <absl/time/civil_time.h>
+#include <absl/time/time.h>
 #include <date/tz.h>
 #include <gtest/gtest.h>
 
@@ -87,6 +89,43 @@ TEST_P(QuandaAdapterZoneConversions, EveryHourAndEveryTransitionAgreeWithTheOrac
   }
   EXPECT_EQ(mismatches, 0);
   RecordProperty("transitions", transitions);
+}
+
+// Beyond the oracle's years (its database stops at 2037) and at the edges of the years the adapter
+// keeps as a table (1900 to 2099), against Abseil's own lookups of the same database.
+TEST_P(QuandaAdapterZoneConversions, TheTableEdgesAndTheFarFutureAgreeWithTheTzLibrary) {
+  absl::TimeZone zone;
+  ASSERT_TRUE(absl::LoadTimeZone(GetParam(), &zone));
+  const std::string name = GetParam();
+  const auto check = [&](std::int64_t moment) {
+    const absl::CivilSecond civil = absl::ToCivilSecond(absl::FromUnixSeconds(moment), zone);
+    const NaturalDateTimeComponents wall =
+        dateTime(static_cast<int>(civil.year()), civil.month(), civil.day(), civil.hour(),
+                 civil.minute(), civil.second());
+    const auto read = test.adapter.makeTimezoneDiscreteDateTimeComponents(
+        instant(static_cast<double>(moment)), name);
+    const auto built = test.adapter.makeGregorianFoundationDate(wall, name);
+    const double expected = static_cast<double>(absl::ToUnixSeconds(zone.At(civil).pre));
+    if (!(read && read.value() == wall && built && ::seconds(built.value()) == expected) &&
+        ++mismatches <= 10) {
+      ADD_FAILURE() << moment << " in " << name;
+    }
+  };
+  for (const int year : {1895, 2095}) {
+    const std::int64_t first =
+        absl::ToUnixSeconds(absl::FromCivil(absl::CivilSecond(year, 1, 1), zone));
+    for (std::int64_t moment = first; moment < first + 10 * 366 * 86400LL; moment += 3600) {
+      check(moment);
+    }
+  }
+  absl::TimeZone::CivilTransition transition;
+  for (absl::Time after = absl::FromCivil(absl::CivilSecond(2037, 1, 1), zone);
+       zone.NextTransition(after, &transition) &&
+       after < absl::FromCivil(absl::CivilSecond(2101, 1, 1), zone);) {
+    after = zone.At(transition.to).trans;
+    for (std::int64_t step = -2; step <= 2; ++step) check(absl::ToUnixSeconds(after) + step * 1800);
+  }
+  EXPECT_EQ(mismatches, 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(Zones, QuandaAdapterZoneConversions,
