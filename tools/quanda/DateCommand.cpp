@@ -112,6 +112,7 @@ QuandaOutcome run(const Arguments& arguments, std::ostream& out) {
 QuandaRun declare(CLI::App& command) {
   auto arguments = std::make_shared<Arguments>();
   command.add_option("date", arguments->text, "yyyy-mm-dd, yyyymmdd or the packed number")
+      ->type_name("")
       ->required();
   addQuandaFirstDayOption(command, arguments->firstDay);
   return [arguments](std::ostream& out) { return run(*arguments, out); };

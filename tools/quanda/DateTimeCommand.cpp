@@ -177,6 +177,7 @@ QuandaRun declare(CLI::App& command) {
   command
       .add_option("date-time", arguments->text,
                   "YYYY-MM-DDTHH:MM:SS[.fff] or the packed number YYYYMMDDhhmmss")
+      ->type_name("")
       ->required();
   command.add_flag("--real", arguments->real, "Reads the date-time as a real one");
   QuandaSteps& steps = arguments->steps;
@@ -189,9 +190,9 @@ QuandaRun declare(CLI::App& command) {
   steps.add(command, "--add-seconds", "Adds seconds (fractional for a real date-time)",
             quandaNumberCheck<double>());
   steps.add(command, "--round", "Rounds to the nearest unit",
-            CLI::IsMember({"minute", "hour", "day"}), "minute|hour|day");
-  steps.add(command, "--floor", "Rounds down to the unit", CLI::IsMember({"minute", "day"}),
-            "minute|day");
+            CLI::IsMember({"minute", "hour", "day"}).description(""), "minute|hour|day");
+  steps.add(command, "--floor", "Rounds down to the unit",
+            CLI::IsMember({"minute", "day"}).description(""), "minute|day");
   steps.add(command, "--next", "Moves to that time of day, after this date-time", CLI::Validator(),
             "HH:MM:SS");
   return [arguments](std::ostream& out) { return run(*arguments, out); };

@@ -74,6 +74,7 @@ QuandaOutcome run(const Arguments& arguments, std::ostream& out) {
 QuandaRun declare(CLI::App& command) {
   auto arguments = std::make_shared<Arguments>();
   command.add_option("rule", arguments->rule, "The rule: short syntax or tagged JSON archive")
+      ->type_name("")
       ->required();
   // CLI11 would list what an option needs and excludes in an order of its own; the
   // descriptions say it instead.

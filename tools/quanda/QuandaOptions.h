@@ -37,10 +37,14 @@
 template <class T>
 concept QuandaNumeric = std::is_arithmetic_v<T> && !std::is_same_v<T, bool>;
 
-// The whole text as a decimal number of type T; nothing for other text, a value outside T, or a
-// non-finite double.
+// The whole text as a decimal number of type T, with an optional sign ("-3", "+3"); nothing for
+// other text, a value outside T (a "-" for an unsigned T), or a non-finite double.
 template <QuandaNumeric T>
 std::optional<T> readQuandaNumber(std::string_view text) {
+  // from_chars reads a "-" but no "+"; a "+" followed by another sign stays unread.
+  if (text.size() > 1 && text[0] == '+' && text[1] != '-') {
+    text.remove_prefix(1);
+  }
   T value{};
   const char* const end = text.data() + text.size();
   const auto [stop, error] = std::from_chars(text.data(), end, value);

@@ -123,7 +123,7 @@ class CommandLine {
     }
     help_ = app_.add_subcommand("help", "Lists the commands, or shows one command's help");
     help_->footer("");
-    help_->add_option("command", helpTopic_, "The command to show");
+    help_->add_option("command", helpTopic_, "The command to show")->type_name("");
   }
 
   // Reads the arguments, then runs what they ask for.

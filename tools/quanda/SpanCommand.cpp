@@ -162,7 +162,7 @@ QuandaOutcome run(Span span, const Arguments& arguments, std::ostream& out) {
 // unless a kind is asked for; a whole kind floors a fraction, as its factory from a double does.
 QuandaOutcome run(const Arguments& arguments, std::ostream& out) {
   const std::string& text = arguments.text;
-  const bool whole = !text.empty() && text.find_first_not_of("-0123456789") == std::string::npos;
+  const bool whole = !text.empty() && text.find_first_not_of("+-0123456789") == std::string::npos;
   const bool real = arguments.real || (!whole && !arguments.natural && !arguments.discrete);
   if (real) return run(Real(quandaNumber<double>(text, "seconds")), arguments, out);
   const bool discrete = arguments.discrete || (text.starts_with('-') && !arguments.natural);
@@ -184,6 +184,7 @@ QuandaOutcome run(const Arguments& arguments, std::ostream& out) {
 QuandaRun declare(CLI::App& command) {
   auto arguments = std::make_shared<Arguments>();
   command.add_option("seconds", arguments->text, "A count of seconds, whole or fractional")
+      ->type_name("")
       ->required();
   CLI::Option* natural =
       command.add_flag("--natural", arguments->natural, "A natural span: whole, never negative")
@@ -202,7 +203,8 @@ QuandaRun declare(CLI::App& command) {
   steps.add(command, "--add-minutes", "Adds minutes", number);
   steps.add(command, "--add-seconds", "Adds seconds", number);
   steps.add(command, "--round", "Rounds to the nearest unit",
-            CLI::IsMember({"minute", "hour", "day", "week"}), "minute|hour|day|week");
+            CLI::IsMember({"minute", "hour", "day", "week"}).description(""),
+            "minute|hour|day|week");
   return [arguments](std::ostream& out) { return run(*arguments, out); };
 }
 

@@ -128,6 +128,7 @@ QuandaOutcome run(const Arguments& arguments, std::ostream& out) {
 QuandaRun declare(CLI::App& command) {
   auto arguments = std::make_shared<Arguments>();
   command.add_option("time", arguments->text, "hh:mm:ss[.fff], hhmmss or the packed number")
+      ->type_name("")
       ->required();
   command.add_flag("--real", arguments->real, "Reads the time as a real one");
   QuandaSteps& steps = arguments->steps;

@@ -17,10 +17,13 @@ TEST(QuandaCommandSupportTests, NumbersAreDecimalWholeAndWithinTheirType) {
   EXPECT_EQ(readQuandaNumber<std::uint64_t>("18446744073709551615"), UINT64_MAX);
   EXPECT_EQ(readQuandaNumber<double>("-0.5"), -0.5);
   EXPECT_EQ(readQuandaNumber<double>("1e3"), 1000.0);
+  EXPECT_EQ(readQuandaNumber<std::int32_t>("+3"), 3);
   for (const std::string_view text : {"", "-", "1a", " 1", "1 ", "0x10", "--3", "1.5", "128"}) {
     EXPECT_FALSE(readQuandaNumber<std::int8_t>(text)) << text;
   }
   EXPECT_FALSE(readQuandaNumber<std::uint8_t>("-1"));
+  EXPECT_EQ(readQuandaNumber<std::uint8_t>("+1"), 1);
+  EXPECT_FALSE(readQuandaNumber<std::int32_t>("+-1"));
   EXPECT_FALSE(readQuandaNumber<std::int64_t>("9223372036854775808"));
   EXPECT_FALSE(readQuandaNumber<std::uint64_t>("18446744073709551616"));
   for (const std::string_view text : {"inf", "nan", "1e400", "0x1p3", "1.5.", ""}) {
@@ -41,12 +44,14 @@ TEST(QuandaCommandSupportTests, TableAlignsValuesAfterTheLongestLabel) {
 }
 
 TEST(QuandaCommandSupportTests, ErrorIsOneLineOrTheChainOutermostFirstWithAlignedArguments) {
-  const KeelError first("Day out of range", {{"year", 2023}, {"month", 2}, {"day", 29}},
-                        "Quanda/Abstract/QuandaAbstractDate", "make(year:month:day:)", 88,
-                        "U_ILLEGAL_ARGUMENT_ERROR");
-  const KeelError wrapped(first, {{"iso8601String", "2023-02-29"}},
-                          "Quanda/Abstract/QuandaAbstractDate", "make(iso8601String:)", 120);
-  const KeelError bare(first, {}, "tools/quanda/DateCommand", "date", 7);
+  const KeelError first =
+      KeelError::fault("Day out of range", {{"year", 2023}, {"month", 2}, {"day", 29}},
+                       "Quanda/Abstract/QuandaAbstractDate", "make(year:month:day:)",
+                       "U_ILLEGAL_ARGUMENT_ERROR", 88);
+  const KeelError wrapped =
+      KeelError::wrap(first, {{"iso8601String", "2023-02-29"}},
+                      "Quanda/Abstract/QuandaAbstractDate", "make(iso8601String:)", 120);
+  const KeelError bare = KeelError::wrap(first, {}, "tools/quanda/DateCommand", "date");
   const auto printed = [](const KeelError& error, bool verbose) {
     std::ostringstream err;
     printQuandaError(error, err, verbose);

@@ -3,27 +3,13 @@
 // would stop on, which the commands must refuse with an error instead.
 #include <gtest/gtest.h>
 
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "tools/quanda/QuandaCommand.h"
-#include "tools/quanda/QuandaProgram.h"
+#include "tools/quanda/QuandaProgramRun.h"
 
 namespace {
-
-struct CommandRun {
-  int status;
-  std::string out;
-  std::string err;
-};
-
-CommandRun run(const std::vector<std::string>& args) {
-  std::ostringstream out;
-  std::ostringstream err;
-  const int status = runQuandaProgram(args, out, err);
-  return {status, out.str(), err.str()};
-}
 
 TEST(QuandaCommands, ReadEveryFormRefuseWhatTheLibraryWouldStopOnAndReportMisuse) {
   constexpr int ok = 0;
@@ -96,7 +82,7 @@ TEST(QuandaCommands, ReadEveryFormRefuseWhatTheLibraryWouldStopOnAndReportMisuse
   };
   for (const auto& [args, status, expected] : cases) {
     SCOPED_TRACE(::testing::PrintToString(args));
-    const CommandRun result = run(args);
+    const QuandaProgramRun result = runQuandaProgramCapturing(args);
     EXPECT_EQ(result.status, status) << result.out << result.err;
     const std::string& shown = status == ok ? result.out : result.err;
     EXPECT_NE(shown.find(expected), std::string::npos) << shown;

@@ -6,7 +6,7 @@
 #include <sstream>
 
 #include "tools/quanda/QuandaCommand.h"
-#include "tools/quanda/QuandaProgram.h"
+#include "tools/quanda/QuandaProgramRun.h"
 
 namespace {
 
@@ -50,54 +50,42 @@ const bool quietRegistered = registerQuandaCommand({
     .demonstrations = {},
 });
 
-struct ProgramRun {
-  int status;
-  std::string out;
-  std::string err;
-};
-
-ProgramRun runProgram(const std::vector<std::string>& args) {
-  std::ostringstream out;
-  std::ostringstream err;
-  const int status = runQuandaProgram(args, out, err);
-  return {status, out.str(), err.str()};
-}
-
 std::size_t lineCount(const std::string& text) {
   return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
 }
 
 TEST(QuandaProgramTests, DispatchesArgumentsAndListsCommandsSortedByName) {
-  const ProgramRun dispatched = runProgram({"zz-echo", "a", "-3"});
+  const QuandaProgramRun dispatched = runQuandaProgramCapturing({"zz-echo", "a", "-3"});
   EXPECT_EQ(dispatched.status, 0);
   EXPECT_EQ(dispatched.out, "[a][-3]\n");
   EXPECT_EQ(dispatched.err, "");
-  const ProgramRun listing = runProgram({"help"});
+  const QuandaProgramRun listing = runQuandaProgramCapturing({"help"});
   EXPECT_EQ(listing.status, 0);
   const auto quiet = listing.out.find("\n  aa-quiet ");
   const auto echo = listing.out.find("\n  zz-echo ");
   ASSERT_NE(quiet, std::string::npos) << listing.out;
   ASSERT_NE(echo, std::string::npos) << listing.out;
   EXPECT_LT(quiet, echo);
-  for (const char* help : {"--help", "-h"}) EXPECT_EQ(runProgram({help}).out, listing.out);
+  for (const char* help : {"--help", "-h"})
+    EXPECT_EQ(runQuandaProgramCapturing({help}).out, listing.out);
 }
 
 // Every command, whoever wrote it: -h, --help and `help <command>` show the same help, which
 // opens with the summary the listing shows, keeps within 100 columns, and shows each
 // demonstration, a refused one marked as such.
 TEST(QuandaProgramTests, EveryCommandHasOneHelpWithinOneHundredColumns) {
-  const std::string listing = runProgram({"help"}).out;
+  const std::string listing = runQuandaProgramCapturing({"help"}).out;
   std::istringstream listingLines(listing);
   for (std::string line; std::getline(listingLines, line);) EXPECT_LE(line.size(), 100u) << line;
   std::vector<std::string> names{"help"};
   for (const QuandaCommand& command : quandaCommands()) names.emplace_back(command.name);
   for (const std::string& name : names) {
     SCOPED_TRACE(name);
-    const ProgramRun help = runProgram({"help", name});
+    const QuandaProgramRun help = runQuandaProgramCapturing({"help", name});
     EXPECT_EQ(help.status, 0) << help.err;
     EXPECT_NE(help.out.find("Usage: quanda " + name), std::string::npos) << help.out;
     for (const auto& args : std::vector<std::vector<std::string>>{{name, "-h"}, {name, "--help"}}) {
-      const ProgramRun again = runProgram(args);
+      const QuandaProgramRun again = runQuandaProgramCapturing(args);
       EXPECT_EQ(again.status, 0);
       EXPECT_EQ(again.out, help.out);
     }
@@ -138,7 +126,7 @@ TEST(QuandaProgramTests, MisuseIsOneLineWithExitStatusTwoAndNamesTheNearestComma
   };
   for (const auto& [args, expected] : cases) {
     SCOPED_TRACE(::testing::PrintToString(args));
-    const ProgramRun result = runProgram(args);
+    const QuandaProgramRun result = runQuandaProgramCapturing(args);
     EXPECT_EQ(result.status, quandaExitUsage);
     EXPECT_EQ(result.out, "");
     EXPECT_NE(result.err.find(expected), std::string::npos) << result.err;
@@ -147,13 +135,13 @@ TEST(QuandaProgramTests, MisuseIsOneLineWithExitStatusTwoAndNamesTheNearestComma
 }
 
 TEST(QuandaProgramTests, RefusalIsOneLineAndVerboseShowsTheWholeChain) {
-  const ProgramRun brief = runProgram({"zz-echo", "bad"});
+  const QuandaProgramRun brief = runQuandaProgramCapturing({"zz-echo", "bad"});
   EXPECT_EQ(brief.status, quandaExitFailure);
   EXPECT_EQ(brief.out, "");
   EXPECT_EQ(brief.err, "error: Refused (word: bad)\n");
   for (const auto& args : std::vector<std::vector<std::string>>{{"-v", "zz-echo", "bad"},
                                                                 {"zz-echo", "bad", "--verbose"}}) {
-    const ProgramRun verbose = runProgram(args);
+    const QuandaProgramRun verbose = runQuandaProgramCapturing(args);
     EXPECT_EQ(verbose.status, quandaExitFailure);
     EXPECT_EQ(verbose.err.substr(0, verbose.err.find("QuandaProgramTests:")),
               "error: Refused\n  in echo at tests/tools/quanda/");
@@ -164,14 +152,14 @@ TEST(QuandaProgramTests, RefusalIsOneLineAndVerboseShowsTheWholeChain) {
 }
 
 TEST(QuandaProgramTests, VersionShowsTheProgramAndItsVersion) {
-  const ProgramRun version = runProgram({"--version"});
+  const QuandaProgramRun version = runQuandaProgramCapturing({"--version"});
   EXPECT_EQ(version.status, 0);
   EXPECT_TRUE(version.out.starts_with("quanda ")) << version.out;
   EXPECT_EQ(lineCount(version.out), 1u);
 }
 
 TEST(QuandaProgramTests, DemonstrationShowsEachCommandLineAndItsOutcome) {
-  const ProgramRun result = runProgram({});
+  const QuandaProgramRun result = runQuandaProgramCapturing({});
   EXPECT_EQ(result.status, 0);
   EXPECT_NE(result.out.find("\n$ quanda zz-echo 'two words' 'it'\\''s'\n[two words][it's]\n"),
             std::string::npos)
@@ -190,7 +178,7 @@ TEST(QuandaProgramTests, EveryDemonstrationOfEveryCommandEndsAsItSays) {
       std::vector<std::string> args{std::string(command.name)};
       args.insert(args.end(), demonstration.args.begin(), demonstration.args.end());
       SCOPED_TRACE(::testing::PrintToString(args));
-      const ProgramRun result = runProgram(args);
+      const QuandaProgramRun result = runQuandaProgramCapturing(args);
       EXPECT_EQ(result.status, demonstration.refused ? quandaExitFailure : 0) << result.err;
       if (demonstration.refused) {
         EXPECT_TRUE(result.err.starts_with("error: ")) << result.err;
