@@ -352,6 +352,8 @@ class DateTimeCore {
   // The signed distance, the difference of the two secondsSinceDatum() in the kind's span: exact
   // for whole seconds; for the real kind the difference of two doubles, so a fraction below the
   // precision of the counts (some microseconds in our era) is lost, as it is in the order.
+  // Subtracting the days and the times apart would keep that fraction and we would prefer it; the
+  // difference of the counts is the rule, and it agrees with the order.
   friend constexpr Span operator-(const DateTime& lhs, const DateTime& rhs) {
     using Total = typename Traits::Total;
     return Span(static_cast<Total>(lhs.secondsSinceDatum()) -
