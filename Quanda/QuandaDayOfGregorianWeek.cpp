@@ -5,6 +5,22 @@
 #include <string>
 
 #include "Keel/KeelDecodingError.h"
+#include "Quanda/Abstract/QuandaCalendarBindingPrivate.h"
+
+KeelResult<std::string> localizedStandaloneName(
+    QuandaDayOfGregorianWeek dayOfWeek, QuandaCalendarAdapting& calendarAdapter,
+    std::optional<std::string_view> localeIdentifierOverride,
+    QuandaStandaloneDayNameFormatStyle style) {
+  return quanda_binding::passedOn(
+      calendarAdapter.format(dayOfWeek, localeIdentifierOverride, style),
+      [&] {
+        return KeelArguments{{"dayOfWeek", caseName(dayOfWeek)},
+                             {"localeIdentifierOverride", localeIdentifierOverride},
+                             {"style", caseName(style)}};
+      },
+      "Quanda/QuandaDayOfGregorianWeek",
+      "localizedStandaloneName(calendarAdapter:localeIdentifierOverride:style:)");
+}
 
 std::ostream& operator<<(std::ostream& stream, QuandaDayOfGregorianWeek day) {
   return stream << caseName(day);

@@ -15,9 +15,16 @@
 #include <iosfwd>
 #include <nlohmann/json_fwd.hpp>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "Keel/KeelPrecondition.h"
+#include "Keel/KeelResult.h"
+
+class QuandaCalendarAdapting;
+// Declared here without its case names, which need this header
+// (Quanda/Formatting/QuandaStandaloneDayNameFormatStyle.h).
+enum class QuandaStandaloneDayNameFormatStyle : std::uint8_t;
 
 enum class QuandaDayOfGregorianWeek : std::uint8_t {
   monday,
@@ -83,6 +90,14 @@ constexpr std::optional<QuandaDayOfGregorianWeek> makeDayOfGregorianWeek(
   }
   return std::nullopt;
 }
+
+// The day's standalone name in the locale of the override or else the device's ("Monday", "Mon",
+// "M" in English), from the calendar adapter its caller passes. A failure is the adapter's, wrapped
+// with "dayOfWeek", "localeIdentifierOverride" and "style".
+KeelResult<std::string> localizedStandaloneName(
+    QuandaDayOfGregorianWeek dayOfWeek, QuandaCalendarAdapting& calendarAdapter,
+    std::optional<std::string_view> localeIdentifierOverride,
+    QuandaStandaloneDayNameFormatStyle style);
 
 std::ostream& operator<<(std::ostream& stream, QuandaDayOfGregorianWeek day);
 

@@ -7,12 +7,22 @@
 // QuandaLogicTimeInterval), and maps an interface instant to the logic instant that goes with it.
 //
 // The library ships one implementation, QuandaMockTimeProvider.
+//
+// Every provider also has three operations of its own that need a calendar adapter, passed by the
+// caller: the current logic instant as a platform instant, and as a natural or real date-time in
+// the device's zone. They are not requirements and cannot be replaced by a provider.
 #pragma once
 
+#include "Keel/KeelDate.h"
+#include "Keel/KeelResult.h"
 #include "Quanda/QuandaAppTime.h"
 #include "Quanda/QuandaInterfaceTimeInterval.h"
 #include "Quanda/QuandaLogicTimeInterval.h"
 #include "Quanda/TimeSpans/QuandaRealTimeSpan.h"
+
+class QuandaAbstractNaturalDateTime;
+class QuandaAbstractRealDateTime;
+class QuandaCalendarAdapting;
 
 class QuandaTimeProviding {
  public:
@@ -30,6 +40,15 @@ class QuandaTimeProviding {
   // The logic instant that goes with an interface instant.
   virtual QuandaLogicTimeInterval logicTimeIntervalAt(
       QuandaInterfaceTimeInterval interfaceTimeInterval) const = 0;
+
+  // The platform instant of currentLogicTimeInterval(), as the adapter makes it (never fails).
+  KeelDate currentLogicDate(QuandaCalendarAdapting& calendarAdapter) const;
+  // currentLogicTimeInterval() read into a date-time in the device's zone. A failure is the
+  // date-time factory's, wrapped without arguments.
+  KeelResult<QuandaAbstractNaturalDateTime> currentLocalLogicNaturalDateTime(
+      QuandaCalendarAdapting& calendarAdapter) const;
+  KeelResult<QuandaAbstractRealDateTime> currentLocalLogicRealDateTime(
+      QuandaCalendarAdapting& calendarAdapter) const;
 
  protected:
   // Providers are objects used through references; copying is left to the implementations, and

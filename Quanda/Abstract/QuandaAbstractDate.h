@@ -43,16 +43,23 @@
 #include <string_view>
 
 #include "Keel/KeelCheckedArithmetic.h"
+#include "Keel/KeelDate.h"
 #include "Keel/KeelDomain.h"
 #include "Keel/KeelHash.h"
 #include "Keel/KeelOverride.h"
 #include "Keel/KeelPrecondition.h"
 #include "Keel/KeelResult.h"
+#include "Quanda/Formatting/QuandaDateFormatStyle.h"
+#include "Quanda/Formatting/QuandaDateRangeFormatStyle.h"
+#include "Quanda/Formatting/QuandaKnownDateFormatTemplate.h"
+#include "Quanda/Formatting/QuandaStandaloneDayNameFormatStyle.h"
 #include "Quanda/QuandaConstants.h"
 #include "Quanda/QuandaDayOfGregorianWeek.h"
 
 class QuandaAbstractNaturalDateTime;
 class QuandaAbstractRealDateTime;
+class QuandaCalendarAdapting;
+class QuandaTimeProviding;
 
 // The library's own searches derive fields that are valid by construction and need the date made
 // from them without checking again; only they may do so.
@@ -290,6 +297,70 @@ class QuandaAbstractDate {
   // From the beginning of the day to that end, inclusive.
   constexpr KeelDomain<QuandaAbstractNaturalDateTime> makeNaturalDateTimeRange() const;
   constexpr KeelDomain<QuandaAbstractRealDateTime> makeRealDateTimeRange() const;
+
+  // ---- Through a calendar adapter ------------------------------------------------------------
+  // The date meets real instants, zones and locales only through the adapter its caller passes
+  // (QuandaCalendarAdapting.h); it never keeps one. Each operation hands the adapter this date's
+  // components and returns its answer; a failure is the adapter's error (or the validation's, for
+  // components read back) wrapped once with the operation's signature text and this type's path.
+  // "Local" is the device's zone, "Utc" the zone "UTC", and a timezoneIdentifier names a zone of
+  // the system's tz database.
+
+  // 00:00 of this date in the zone. A failure names "date".
+  KeelResult<KeelDate> makeLocalFoundationDate(QuandaCalendarAdapting& calendarAdapter) const;
+  KeelResult<KeelDate> makeUtcFoundationDate(QuandaCalendarAdapting& calendarAdapter) const;
+  KeelResult<KeelDate> makeFoundationDate(QuandaCalendarAdapting& calendarAdapter,
+                                          std::string_view timezoneIdentifier) const;
+  // From 00:00 of this date to 00:00 of the next, both in the zone: the range ends inclusively at
+  // the next day's first instant, as the date-time ranges do. 9999-12-31 ends at 10000-01-01,
+  // which the adapter can still place. A failure names "date", and "startDateIncConcrete" (the
+  // first instant) when the second conversion fails.
+  KeelResult<KeelDomain<KeelDate>> makeLocalDateTimeRange(
+      QuandaCalendarAdapting& calendarAdapter) const;
+  KeelResult<KeelDomain<KeelDate>> makeUtcDateTimeRange(
+      QuandaCalendarAdapting& calendarAdapter) const;
+  KeelResult<KeelDomain<KeelDate>> makeDateTimeRange(QuandaCalendarAdapting& calendarAdapter,
+                                                     std::string_view timezoneIdentifier) const;
+
+  // Localized text, in the locale of the override or else the device's. Dates are written in UTC,
+  // so the text never depends on the device's zone.
+  KeelResult<std::string> formatWith(
+      QuandaDateFormatStyle dateStyle, QuandaCalendarAdapting& calendarAdapter,
+      std::optional<std::string_view> localeIdentifierOverride = std::nullopt) const;
+  KeelResult<std::string> formatWith(
+      QuandaKnownDateFormatTemplate formatStringTemplate, QuandaCalendarAdapting& calendarAdapter,
+      std::optional<std::string_view> localeIdentifierOverride = std::nullopt) const;
+  // The range from this date to `to` ("2/1 – 2/29/24"); the platform decides how a range of one
+  // day or a reversed one is written.
+  KeelResult<std::string> formatRange(
+      QuandaAbstractDate to, QuandaDateRangeFormatStyle style,
+      QuandaCalendarAdapting& calendarAdapter,
+      std::optional<std::string_view> localeIdentifierOverride = std::nullopt) const;
+  // The standalone name of this date's weekday. The signature text keeps its historical
+  // spelling, "localizedStandloneDayOfWeekName(...)", and so does the C++ name.
+  KeelResult<std::string> localizedStandloneDayOfWeekName(
+      QuandaCalendarAdapting& calendarAdapter,
+      std::optional<std::string_view> localeIdentifierOverride,
+      QuandaStandaloneDayNameFormatStyle style) const;
+  // The short standalone name of this date's month ("Feb", "Mär").
+  KeelResult<std::string> localizedMonthShortName(
+      QuandaCalendarAdapting& calendarAdapter,
+      std::optional<std::string_view> localeIdentifierOverride = std::nullopt) const;
+
+  // The calendar date that an instant falls on in the zone. A failure names "foundationDate" and
+  // "calendarAdapter" (and "timezoneIdentifier"); an instant outside the years 1...9999 there
+  // fails the date's own validation.
+  static KeelResult<QuandaAbstractDate> makeUsingLocalTimezone(
+      KeelDate foundationDate, QuandaCalendarAdapting& calendarAdapter);
+  static KeelResult<QuandaAbstractDate> makeUsingUtcTimezone(
+      KeelDate foundationDate, QuandaCalendarAdapting& calendarAdapter);
+  static KeelResult<QuandaAbstractDate> makeUsingTimezone(KeelDate foundationDate,
+                                                          QuandaCalendarAdapting& calendarAdapter,
+                                                          std::string_view timezoneIdentifier);
+  // Today in the device's zone: the provider's current logic date read there. A failure names
+  // "currentLogicDate".
+  static KeelResult<QuandaAbstractDate> makeFromCurrentDateUsingLocalTimezone(
+      QuandaCalendarAdapting& calendarAdapter, const QuandaTimeProviding& timeProvider);
 
   // Calendar order.
   friend constexpr bool operator==(QuandaAbstractDate, QuandaAbstractDate) noexcept = default;

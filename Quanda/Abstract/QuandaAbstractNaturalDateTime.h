@@ -40,6 +40,7 @@
 #include "Quanda/Abstract/QuandaAbstractDate.h"
 #include "Quanda/Abstract/QuandaAbstractNaturalTimeOfDay.h"
 #include "Quanda/Abstract/QuandaAbstractRelativeDiscreteTimeOfDay.h"
+#include "Quanda/Abstract/QuandaDateTimeCalendarBinding.h"
 #include "Quanda/Abstract/QuandaDateTimeCore.h"
 #include "Quanda/QuandaConstants.h"
 #include "Quanda/TimeSpans/QuandaDiscreteTimeSpan.h"
@@ -63,10 +64,15 @@ struct NaturalDateTimeTraits {
 
 class QuandaAbstractNaturalDateTime
     : private quanda_detail::DateTimeCore<QuandaAbstractNaturalDateTime,
-                                          quanda_detail::NaturalDateTimeTraits> {
+                                          quanda_detail::NaturalDateTimeTraits>,
+      private quanda_detail::DateTimeCalendarBinding<QuandaAbstractNaturalDateTime,
+                                                     quanda_detail::NaturalDateTimeTraits> {
   using Core = quanda_detail::DateTimeCore<QuandaAbstractNaturalDateTime,
                                            quanda_detail::NaturalDateTimeTraits>;
+  using Binding = quanda_detail::DateTimeCalendarBinding<QuandaAbstractNaturalDateTime,
+                                                         quanda_detail::NaturalDateTimeTraits>;
   friend Core;
+  friend Binding;
 
  public:
   // The unvalidated fields {day, hour, minute, month, second, year}, as exchanged with the
@@ -219,6 +225,32 @@ class QuandaAbstractNaturalDateTime
   using Core::tryRoundingToDay;
   using Core::tryRoundingToHour;
   using Core::tryRoundingToMinute;
+
+  // ---- Through a calendar adapter -------------------------------------------------------------
+  // The adapter is the caller's, passed to each operation and never kept (QuandaCalendarAdapting).
+  // "Local" is the device's zone, "Utc" the zone "UTC", a timezoneIdentifier a zone of the
+  // system's tz database. A failure is the adapter's, or the validation's for a wall time read
+  // back, wrapped once with the operation's signature text.
+
+  // The instant of this wall time in the zone, or on the logic clock. A wall time that the zone
+  // skips or repeats is placed as the adapter places it.
+  using Binding::makeFoundationDate;
+  using Binding::makeLocalFoundationDate;
+  using Binding::makeLocalLogicTimeInterval;
+  using Binding::makeUtcFoundationDate;
+  using Binding::makeUtcLogicTimeInterval;
+  // formatWith(dateTimeStyle or formatStringTemplate, calendarAdapter, localeIdentifierOverride):
+  // localized text, written in UTC.
+  using Binding::formatWith;
+  // makeUsingLocalTimezone / makeUsingUtcTimezone (foundationDate or logicTimeInterval,
+  // calendarAdapter), makeUsingTimezone(..., timezoneIdentifier): the wall time of an instant.
+  using Binding::makeUsingLocalTimezone;
+  using Binding::makeUsingTimezone;
+  using Binding::makeUsingUtcTimezone;
+  // makeFromCurrentDateUsingLocalTimezone(calendarAdapter, timeProvider) and
+  // makeFromCurrentDateUsingTimezone(..., timezoneIdentifier): the wall time now.
+  using Binding::makeFromCurrentDateUsingLocalTimezone;
+  using Binding::makeFromCurrentDateUsingTimezone;
 
   // The other operators (+ and - with a QuandaDiscreteTimeSpan or a
   // QuandaAbstractRelativeDiscreteTimeOfDay, the difference of two date-times as a

@@ -34,6 +34,7 @@
 #include "Keel/KeelHash.h"
 #include "Keel/KeelResult.h"
 #include "Keel/KeelScalarInterpolable.h"
+#include "Quanda/Abstract/QuandaTimeOfDayCalendarBinding.h"
 #include "Quanda/Abstract/QuandaTimeOfDayCore.h"
 #include "Quanda/QuandaConstants.h"
 #include "Quanda/TimeSpans/QuandaDiscreteTimeSpan.h"
@@ -71,10 +72,15 @@ struct NaturalTimeOfDayTraits {
 
 class QuandaAbstractNaturalTimeOfDay
     : private quanda_detail::TimeOfDayCore<QuandaAbstractNaturalTimeOfDay,
-                                           quanda_detail::NaturalTimeOfDayTraits> {
+                                           quanda_detail::NaturalTimeOfDayTraits>,
+      private quanda_detail::TimeOfDayCalendarBinding<QuandaAbstractNaturalTimeOfDay,
+                                                      quanda_detail::NaturalTimeOfDayTraits> {
   using Core = quanda_detail::TimeOfDayCore<QuandaAbstractNaturalTimeOfDay,
                                             quanda_detail::NaturalTimeOfDayTraits>;
+  using Binding = quanda_detail::TimeOfDayCalendarBinding<QuandaAbstractNaturalTimeOfDay,
+                                                          quanda_detail::NaturalTimeOfDayTraits>;
   friend Core;
+  friend Binding;
 
  public:
   // The unvalidated fields {hour, minute, second}, as exchanged with the calendar adapter.
@@ -203,6 +209,18 @@ class QuandaAbstractNaturalTimeOfDay
 
   // Present overrides are clamped into their fields' domains and replace the fields.
   using Core::replacing;
+
+  // ---- Through a calendar adapter -----------------------------------------------------------
+
+  // formatWith(timeStyle or formatStringTemplate, calendarAdapter, localeIdentifierOverride):
+  // the adapter's text for this time, written on a fixed date in UTC.
+  using Binding::formatWith;
+  // makeUsingLocalTimezone(foundationDate, calendarAdapter), makeUsingUtcTimezone(...): the time
+  // of day of an instant in the device's zone or in UTC; makeFromCurrentDateUsingLocalTimezone(
+  // calendarAdapter, timeProvider): the time now in the device's zone.
+  using Binding::makeFromCurrentDateUsingLocalTimezone;
+  using Binding::makeUsingLocalTimezone;
+  using Binding::makeUsingUtcTimezone;
 
   friend constexpr bool operator==(QuandaAbstractNaturalTimeOfDay lhs,
                                    QuandaAbstractNaturalTimeOfDay rhs) noexcept {

@@ -38,6 +38,7 @@
 #include "Quanda/Abstract/QuandaAbstractNaturalDateTime.h"
 #include "Quanda/Abstract/QuandaAbstractRealTimeOfDay.h"
 #include "Quanda/Abstract/QuandaAbstractRelativeRealTimeOfDay.h"
+#include "Quanda/Abstract/QuandaDateTimeCalendarBinding.h"
 #include "Quanda/Abstract/QuandaDateTimeCore.h"
 #include "Quanda/TimeSpans/QuandaRealTimeSpan.h"
 
@@ -59,10 +60,15 @@ struct RealDateTimeTraits {
 
 class QuandaAbstractRealDateTime
     : private quanda_detail::DateTimeCore<QuandaAbstractRealDateTime,
-                                          quanda_detail::RealDateTimeTraits> {
+                                          quanda_detail::RealDateTimeTraits>,
+      private quanda_detail::DateTimeCalendarBinding<QuandaAbstractRealDateTime,
+                                                     quanda_detail::RealDateTimeTraits> {
   using Core =
       quanda_detail::DateTimeCore<QuandaAbstractRealDateTime, quanda_detail::RealDateTimeTraits>;
+  using Binding = quanda_detail::DateTimeCalendarBinding<QuandaAbstractRealDateTime,
+                                                         quanda_detail::RealDateTimeTraits>;
   friend Core;
+  friend Binding;
 
  public:
   // The unvalidated fields {day, hour, minute, month, second (double), year}, as exchanged with
@@ -204,6 +210,18 @@ class QuandaAbstractRealDateTime
   using Core::tryRoundingToDay;
   using Core::tryRoundingToHour;
   using Core::tryRoundingToMinute;
+
+  // ---- Through a calendar adapter -------------------------------------------------------------
+  // As for the natural date-time, in the device's zone and in UTC only: this kind has no
+  // operations for a named zone.
+  using Binding::formatWith;
+  using Binding::makeFromCurrentDateUsingLocalTimezone;
+  using Binding::makeLocalFoundationDate;
+  using Binding::makeLocalLogicTimeInterval;
+  using Binding::makeUsingLocalTimezone;
+  using Binding::makeUsingUtcTimezone;
+  using Binding::makeUtcFoundationDate;
+  using Binding::makeUtcLogicTimeInterval;
 
   // Same date, hour and minute exactly; the seconds equal within the tolerance.
   constexpr bool equals(QuandaAbstractRealDateTime other, KeelPrecision tolerance) const noexcept {

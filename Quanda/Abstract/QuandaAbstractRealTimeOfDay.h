@@ -33,6 +33,7 @@
 #include "Keel/KeelResult.h"
 #include "Keel/KeelScalarInterpolable.h"
 #include "Quanda/Abstract/QuandaAbstractNaturalTimeOfDay.h"
+#include "Quanda/Abstract/QuandaTimeOfDayCalendarBinding.h"
 #include "Quanda/Abstract/QuandaTimeOfDayCore.h"
 #include "Quanda/QuandaConstants.h"
 #include "Quanda/TimeSpans/QuandaRealTimeSpan.h"
@@ -74,10 +75,15 @@ struct RealTimeOfDayTraits {
 
 class QuandaAbstractRealTimeOfDay
     : private quanda_detail::TimeOfDayCore<QuandaAbstractRealTimeOfDay,
-                                           quanda_detail::RealTimeOfDayTraits> {
+                                           quanda_detail::RealTimeOfDayTraits>,
+      private quanda_detail::TimeOfDayCalendarBinding<QuandaAbstractRealTimeOfDay,
+                                                      quanda_detail::RealTimeOfDayTraits> {
   using Core =
       quanda_detail::TimeOfDayCore<QuandaAbstractRealTimeOfDay, quanda_detail::RealTimeOfDayTraits>;
+  using Binding = quanda_detail::TimeOfDayCalendarBinding<QuandaAbstractRealTimeOfDay,
+                                                          quanda_detail::RealTimeOfDayTraits>;
   friend Core;
+  friend Binding;
 
  public:
   // The unvalidated fields {hour, minute, second (double)}, as exchanged with the calendar adapter.
@@ -179,6 +185,15 @@ class QuandaAbstractRealTimeOfDay
   // Present overrides are clamped into their fields' domains (the second into 0 ...
   // 59.99999999999999) and replace the fields; a NaN second is a programming error.
   using Core::replacing;
+
+  // ---- Through a calendar adapter -----------------------------------------------------------
+
+  // As for the natural time of day: formatWith(timeStyle or formatStringTemplate, ...),
+  // makeUsingLocalTimezone, makeUsingUtcTimezone and makeFromCurrentDateUsingLocalTimezone.
+  using Binding::formatWith;
+  using Binding::makeFromCurrentDateUsingLocalTimezone;
+  using Binding::makeUsingLocalTimezone;
+  using Binding::makeUsingUtcTimezone;
 
   // Hour and minute exactly equal, seconds equal within the tolerance.
   constexpr bool equals(QuandaAbstractRealTimeOfDay other, KeelPrecision tolerance) const noexcept {
