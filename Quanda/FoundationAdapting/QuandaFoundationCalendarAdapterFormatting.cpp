@@ -66,11 +66,13 @@ std::optional<std::string> errorName(UErrorCode status) {
   return U_FAILURE(status) ? std::optional<std::string>(u_errorName(status)) : std::nullopt;
 }
 
-// The text a formatter wrote, or the one failure of formatting.
-KeelResult<std::string> written(const icu::UnicodeString& text, UErrorCode status,
-                                KeelArguments args, std::string_view function) {
+// The text a formatter wrote, or the one failure of formatting (with the arguments that args
+// makes, only then).
+template <class Args>
+KeelResult<std::string> written(const icu::UnicodeString& text, UErrorCode status, const Args& args,
+                                std::string_view function, std::uint32_t line = __builtin_LINE()) {
   if (U_FAILURE(status) || text.isEmpty()) {
-    return KeelError::fault(producedNoString, std::move(args), path, function, errorName(status));
+    return KeelError::fault(producedNoString, args(), path, function, errorName(status), line);
   }
   return utf8(text);
 }
@@ -123,10 +125,11 @@ KeelResult<std::string> Adapter::Implementation::formatUsingUtcTimezone(
   if (!formatter) return KeelError::wrap(formatter.error(), args(), path, function);
   if (!formattable(foundationDate))
     return KeelError::fault(producedNoString, args(), path, function);
-  UErrorCode status = U_ZERO_ERROR;
+  // The field-position form: the other forms copy the formatter's calendar on the heap.
   icu::UnicodeString text;
-  formatter.value()->format(udate(foundationDate), text, nullptr, status);
-  return written(text, status, args(), function);
+  icu::FieldPosition position;
+  formatter.value()->format(udate(foundationDate), text, position);
+  return written(text, U_ZERO_ERROR, args, function);
 }
 
 KeelResult<std::string> Adapter::Implementation::formatUsingUtcTimezone(
@@ -146,10 +149,11 @@ KeelResult<std::string> Adapter::Implementation::formatUsingUtcTimezone(
   if (!formatter) return KeelError::wrap(formatter.error(), args(), path, function);
   if (!formattable(foundationDate))
     return KeelError::fault(producedNoString, args(), path, function);
-  UErrorCode status = U_ZERO_ERROR;
+  // The field-position form: the other forms copy the formatter's calendar on the heap.
   icu::UnicodeString text;
-  formatter.value()->format(udate(foundationDate), text, nullptr, status);
-  return written(text, status, args(), function);
+  icu::FieldPosition position;
+  formatter.value()->format(udate(foundationDate), text, position);
+  return written(text, U_ZERO_ERROR, args, function);
 }
 
 KeelResult<std::string> Adapter::Implementation::formatUsingUtcTimezone(
@@ -178,7 +182,7 @@ KeelResult<std::string> Adapter::Implementation::formatUsingUtcTimezone(
   icu::UnicodeString text;
   icu::FieldPosition position;
   interval.formatter->format(*interval.fromCalendar, *interval.toCalendar, text, position, status);
-  return written(text, status, args(), function);
+  return written(text, status, args, function);
 }
 
 KeelResult<DurationFormatter*> Adapter::Implementation::geDurationFormatter(
@@ -339,7 +343,7 @@ KeelResult<std::string> Adapter::format(DateComponents abstractDateComponents,
 
 KeelResult<std::string> Adapter::format(KeelDate foundationDate, QuandaDateFormatStyle dateStyle,
                                         LocaleIdentifierOverride localeIdentifierOverride) {
-  const KeelResult<std::string> text =
+  KeelResult<std::string> text =
       formatInUtc(*implementation_, foundationDate, localeIdentifierOverride, platform(dateStyle));
   if (!text) {
     return formattingFailure(text.error(), {"foundationDate", describeInstant(foundationDate)},
@@ -352,7 +356,7 @@ KeelResult<std::string> Adapter::format(KeelDate foundationDate, QuandaDateForma
 KeelResult<std::string> Adapter::format(KeelDate foundationDate,
                                         QuandaKnownDateFormatTemplate formatStringTemplate,
                                         LocaleIdentifierOverride localeIdentifierOverride) {
-  const KeelResult<std::string> text = formatInUtc(
+  KeelResult<std::string> text = formatInUtc(
       *implementation_, foundationDate, localeIdentifierOverride, platform(formatStringTemplate));
   if (!text) {
     return formattingFailure(
@@ -381,7 +385,7 @@ KeelResult<std::string> Adapter::format(DateComponents startDateAbstractDateComp
   if (!start) return KeelError::wrap(start.error(), args(), path, function);
   const KeelResult<KeelDate> end = makeUtcGregorianFoundationDate(endDateAbstractDateComponents);
   if (!end) return KeelError::wrap(end.error(), args(), path, function);
-  const KeelResult<std::string> text =
+  KeelResult<std::string> text =
       implementation_->formatUsingUtcTimezone(start.value(), end.value(), platformTwin(style),
                                               localeIdentifierOverride, icu::DateFormat::kNone);
   if (!text) return KeelError::wrap(text.error(), args(), path, function);
