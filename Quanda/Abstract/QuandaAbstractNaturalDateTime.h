@@ -6,8 +6,8 @@
 // writes the RFC 3339 date-time without a zone ("2024-02-29T23:59:59") and a packed 14-digit
 // number (20240229235959), and its clock arithmetic carries into the date.
 //
-//   auto dateTime = QuandaAbstractNaturalDateTime::makeFromRfc3339String("2024-12-31T23:30:00")
-//                       .value();
+//   auto dateTime =
+//       QuandaAbstractNaturalDateTime::makeFromRfc3339String("2024-12-31T23:30:00").value();
 //   dateTime.addingHours(1);                 // 2025-01-01T00:30:00
 //   dateTime.next(eight, false);             // 2025-01-01T08:00:00 for eight = 08:00:00
 //   dateTime.serializedToRfc3339String();    // "2024-12-31T23:30:00"
@@ -83,7 +83,10 @@ class QuandaAbstractNaturalDateTime
   static const QuandaAbstractNaturalDateTime minInc;  // 0001-01-01T00:00:00
   static const QuandaAbstractNaturalDateTime maxInc;  // 9999-12-31T23:59:59
   // secondsSinceDatum() of maxInc.
-  static constexpr std::uint64_t maxSecondsSinceDatum = 3652059ULL * 86400 - 1;
+  static constexpr std::uint64_t maxSecondsSinceDatum =
+      (QuandaAbstractDate::validDaysSinceDatumRange.max() + 1ULL) *
+          Quanda::SecondsIn::Gregorian::Day::count -
+      1;
 
   // ---- Making date-times ----------------------------------------------------------------------
 
@@ -200,6 +203,22 @@ class QuandaAbstractNaturalDateTime
 
   // replacing({.day = 1, .hour = 9}): the date's and the time's replacing(), which clamp.
   using Core::replacing;
+
+  // The steps above for amounts taken from outside (a person, a file): the same result where it
+  // lies in 0001...9999 and the step reaches it by its own rule, nothing where the step would stop,
+  // clamp (rounding past the last second) or leave those years.
+  using Core::tryAdding;
+  using Core::tryAddingDays;
+  using Core::tryAddingHours;
+  using Core::tryAddingMinutes;
+  using Core::tryAddingMonths;
+  using Core::tryAddingSeconds;
+  using Core::tryAddingYears;
+  using Core::tryFlooringToMinute;
+  using Core::tryNext;
+  using Core::tryRoundingToDay;
+  using Core::tryRoundingToHour;
+  using Core::tryRoundingToMinute;
 
   // The other operators (+ and - with a QuandaDiscreteTimeSpan or a
   // QuandaAbstractRelativeDiscreteTimeOfDay, the difference of two date-times as a

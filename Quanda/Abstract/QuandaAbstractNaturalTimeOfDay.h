@@ -138,7 +138,8 @@ class QuandaAbstractNaturalTimeOfDay
 
   // hour * 3600 + minute * 60 + second.
   constexpr std::uint32_t secondsSinceDayBegan() const noexcept {
-    return std::uint32_t{hour()} * 3600 + std::uint32_t{minute()} * 60 + second();
+    return hour() * std::uint32_t{Quanda::SecondsIn::Gregorian::Hour::count} +
+           minute() * std::uint32_t{Quanda::SecondsIn::Gregorian::Minute::count} + second();
   }
   // hour * 60 + minute; the seconds are dropped.
   constexpr std::uint16_t minutesSinceDayBegan() const noexcept {
@@ -177,6 +178,10 @@ class QuandaAbstractNaturalTimeOfDay
   using Core::addingHours;
   using Core::addingMinutes;
   using Core::addingSeconds;
+  using Core::tryAdding;
+  using Core::tryAddingHours;
+  using Core::tryAddingMinutes;
+  using Core::tryAddingSeconds;
 
   // time + span (either order) is addingSeconds(span.seconds()); a natural span of 2^63 seconds
   // or more is a programming error. Defined with QuandaAbstractRelativeDiscreteTimeOfDay.
@@ -225,9 +230,11 @@ QuandaAbstractNaturalTimeOfDay::makeFromSecondsSinceDayBegan(
     std::uint32_t secondsSinceDayBegan) noexcept {
   const std::uint32_t seconds =
       Quanda::SecondsIn::Gregorian::Day::validZeroBasedDomain.clamp(secondsSinceDayBegan);
-  return QuandaAbstractNaturalTimeOfDay(static_cast<std::uint8_t>(seconds / 3600),
-                                        static_cast<std::uint8_t>(seconds % 3600 / 60),
-                                        static_cast<std::uint8_t>(seconds % 60));
+  using namespace Quanda::SecondsIn::Gregorian;
+  return QuandaAbstractNaturalTimeOfDay(
+      static_cast<std::uint8_t>(seconds / Hour::count),
+      static_cast<std::uint8_t>(seconds % Hour::count / Minute::count),
+      static_cast<std::uint8_t>(seconds % Minute::count));
 }
 
 constexpr QuandaAbstractNaturalTimeOfDay
