@@ -17,7 +17,7 @@
 
 #include "Keel/KeelCheckedArithmetic.h"
 #include "Keel/KeelPrecondition.h"
-#include "Quanda/FoundationAdapting/QuandaCivilDayCount.h"
+#include "Quanda/FoundationAdapting/QuandaCivilDayCountPrivate.h"
 #include "Quanda/FoundationAdapting/QuandaFoundationAdaptingPrivate.h"
 #include "Quanda/FoundationAdapting/QuandaFoundationCalendarAdapter.h"
 #include "Quanda/QuandaConstants.h"
