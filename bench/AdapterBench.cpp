@@ -1,20 +1,26 @@
 // The calendar adapter beside its peers: conversions between components and instants in UTC and
 // in a named zone, against ICU's proleptic calendar (the platform path the adapter replaces) and
-// against Abseil's time zone calls made directly (the adapter's own work on top of them is the
-// cache look-up and the checks).
+// against Abseil's time zone calls made directly; formatting against ICU's warm formatters.
 //
-// Each benchmark is a round trip, components to instant and back, over the same 1024 random
-// date-times, so that nothing folds at compile time and every result is consumed.
+// Conversions are round trips, components to instant and back, over the same 1024 random
+// date-times, so that nothing folds at compile time and every result is consumed. Formatting
+// cycles through 1024 random dates or durations (one to 24 hours, so three units).
 #include <absl/time/civil_time.h>
 #include <absl/time/time.h>
 #include <benchmark/benchmark.h>
+#include <unicode/datefmt.h>
+#include <unicode/fieldpos.h>
 #include <unicode/gregocal.h>
+#include <unicode/measfmt.h>
+#include <unicode/measunit.h>
+#include <unicode/measure.h>
 #include <unicode/timezone.h>
 
 #include <cstdint>
 #include <limits>
 #include <memory>
 #include <random>
+#include <string>
 #include <vector>
 
 #include "Quanda/FoundationAdapting/QuandaFixedDeviceSettings.h"
@@ -152,5 +158,116 @@ QUANDA_BENCH_RATIO("named-zone round trip vs ICU's calendar", "BM_Quanda_ZoneRou
 QUANDA_BENCH_RATIO("named-zone round trip vs absl::FromCivil / ToCivilSecond",
                    "BM_Quanda_ZoneRoundTrip", "BM_Absl_ZoneRoundTrip",
                    QuandaBenchGoal::atMost(1.5));
+
+// ---- Formatting ------------------------------------------------------------------------------
+
+std::unique_ptr<icu::DateFormat> icuMediumDateFormatter() {
+  std::unique_ptr<icu::DateFormat> formatter(icu::DateFormat::createDateTimeInstance(
+      icu::DateFormat::kMedium, icu::DateFormat::kNone, icu::Locale("en_US")));
+  std::unique_ptr<icu::Calendar> calendar(formatter->getCalendar()->clone());
+  UErrorCode status = U_ZERO_ERROR;
+  static_cast<icu::GregorianCalendar*>(calendar.get())
+      ->setGregorianChange(-std::numeric_limits<double>::infinity(), status);
+  calendar->adoptTimeZone(icu::TimeZone::createTimeZone("UTC"));
+  formatter->adoptCalendar(calendar.release());
+  return formatter;
+}
+
+void BM_Quanda_FormatDate(benchmark::State& state) {
+  const std::vector<Components>& in = allYears();
+  QuandaFoundationCalendarAdapter& calendar = adapter();
+  std::size_t index = 0;
+  for (auto _ : state) {
+    const Components& c = in[index];
+    KeelResult<std::string> text =
+        calendar.format(QuandaAbstractDate::Components{c.year, c.month, c.day},
+                        QuandaDateFormatStyle::medium, "en_US");
+    benchmark::DoNotOptimize(text);
+    index = (index + 1) % inputCount;
+  }
+}
+BENCHMARK(BM_Quanda_FormatDate);
+
+// ICU's warm formatter given the instant: what the adapter adds is the conversion of the
+// components and the cache look-up.
+void BM_Icu_FormatDate(benchmark::State& state) {
+  const std::vector<Components>& in = allYears();
+  QuandaFoundationCalendarAdapter& calendar = adapter();
+  std::vector<double> instants;
+  for (const Components& c : in) {
+    instants.push_back(
+        calendar
+            .makeUtcGregorianFoundationDate(QuandaAbstractDate::Components{c.year, c.month, c.day})
+            .value()
+            .time_since_epoch()
+            .count() *
+        1000);
+  }
+  const std::unique_ptr<icu::DateFormat> formatter = icuMediumDateFormatter();
+  std::size_t index = 0;
+  for (auto _ : state) {
+    icu::UnicodeString text;
+    formatter->format(instants[index], text);
+    std::string utf8;
+    text.toUTF8String(utf8);
+    benchmark::DoNotOptimize(utf8);
+    index = (index + 1) % inputCount;
+  }
+}
+BENCHMARK(BM_Icu_FormatDate);
+
+QUANDA_BENCH_RATIO("format(abstractDateComponents:dateStyle:) vs ICU's warm DateFormat",
+                   "BM_Quanda_FormatDate", "BM_Icu_FormatDate", QuandaBenchGoal::atMost(1.2));
+
+const std::vector<double>& durations() {
+  static const std::vector<double> shared = [] {
+    std::mt19937_64 random(11);
+    std::uniform_int_distribution<int> seconds(3600, 86399);
+    std::vector<double> all;
+    for (std::size_t index = 0; index < inputCount; ++index) all.push_back(seconds(random));
+    return all;
+  }();
+  return shared;
+}
+
+void BM_Quanda_FormatDuration(benchmark::State& state) {
+  const std::vector<double>& in = durations();
+  QuandaFoundationCalendarAdapter& calendar = adapter();
+  std::size_t index = 0;
+  for (auto _ : state) {
+    KeelResult<QuandaFormattedDuration> text =
+        calendar.format(in[index], "en_US", QuandaDurationFormatStyle::shortDelta);
+    benchmark::DoNotOptimize(text);
+    index = (index + 1) % inputCount;
+  }
+}
+BENCHMARK(BM_Quanda_FormatDuration);
+
+// The same hours, minutes and seconds through ICU's one-call duration formatting.
+void BM_Icu_FormatMeasures(benchmark::State& state) {
+  const std::vector<double>& in = durations();
+  UErrorCode status = U_ZERO_ERROR;
+  const icu::MeasureFormat formatter(icu::Locale("en_US"), UMEASFMT_WIDTH_NARROW, status);
+  std::size_t index = 0;
+  for (auto _ : state) {
+    const auto seconds = static_cast<std::int64_t>(in[index]);
+    const icu::Measure measures[] = {
+        icu::Measure(seconds / 3600, icu::MeasureUnit::createHour(status), status),
+        icu::Measure(seconds / 60 % 60, icu::MeasureUnit::createMinute(status), status),
+        icu::Measure(seconds % 60, icu::MeasureUnit::createSecond(status), status)};
+    icu::UnicodeString text;
+    icu::FieldPosition position;
+    formatter.formatMeasures(measures, 3, text, position, status);
+    std::string utf8;
+    text.toUTF8String(utf8);
+    benchmark::DoNotOptimize(utf8);
+    index = (index + 1) % inputCount;
+  }
+}
+BENCHMARK(BM_Icu_FormatMeasures);
+
+QUANDA_BENCH_RATIO("format(duration:) vs ICU's MeasureFormat::formatMeasures",
+                   "BM_Quanda_FormatDuration", "BM_Icu_FormatMeasures",
+                   QuandaBenchGoal::atLeastFaster(10.0));
 
 }  // namespace

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "Quanda/FoundationAdapting/QuandaCivilDayCount.h"
+#include "Quanda/FoundationAdapting/QuandaCivilDayCountPrivate.h"
 
 namespace {
 

@@ -359,22 +359,11 @@ KeelResult<QuandaDayOfGregorianWeek> Adapter::preferredFirstDayOfWeek() {
     return KeelError::fault(platformObjectFailure, {{"calendar", calendar.value()->description()}},
                             path, function);
   }
-  switch (*firstWeekday) {
-    case UCAL_SUNDAY:
-      return QuandaDayOfGregorianWeek::sunday;
-    case UCAL_MONDAY:
-      return QuandaDayOfGregorianWeek::monday;
-    case UCAL_TUESDAY:
-      return QuandaDayOfGregorianWeek::tuesday;
-    case UCAL_WEDNESDAY:
-      return QuandaDayOfGregorianWeek::wednesday;
-    case UCAL_THURSDAY:
-      return QuandaDayOfGregorianWeek::thursday;
-    case UCAL_FRIDAY:
-      return QuandaDayOfGregorianWeek::friday;
-    default:
-      return QuandaDayOfGregorianWeek::saturday;
+  // The platform counts Sunday 1 ... Saturday 7; anything else is taken as Saturday.
+  if (*firstWeekday < UCAL_SUNDAY || *firstWeekday >= UCAL_SATURDAY) {
+    return QuandaDayOfGregorianWeek::saturday;
   }
+  return makeDayOfGregorianWeek(static_cast<std::uint8_t>((*firstWeekday + 5) % 7));
 }
 
 std::string Adapter::currentTimezoneIdentifier() const {

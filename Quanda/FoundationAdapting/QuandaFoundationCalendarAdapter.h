@@ -246,7 +246,9 @@ class QuandaFoundationCalendarAdapter final : public QuandaCalendarAdapting {
   // UTC)", as errors name the adapter.
   std::string description() const;
 
- private:
+  // The adapter's state, opaque outside its own sources.
   struct Implementation;
+
+ private:
   std::unique_ptr<Implementation> implementation_;
 };

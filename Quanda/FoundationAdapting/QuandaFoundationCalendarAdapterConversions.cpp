@@ -17,7 +17,7 @@
 
 #include "Keel/KeelCheckedArithmetic.h"
 #include "Keel/KeelPrecondition.h"
-#include "Quanda/FoundationAdapting/QuandaCivilDayCount.h"
+#include "Quanda/FoundationAdapting/QuandaCivilDayCountPrivate.h"
 #include "Quanda/FoundationAdapting/QuandaFoundationAdaptingPrivate.h"
 #include "Quanda/FoundationAdapting/QuandaFoundationCalendarAdapter.h"
 #include "Quanda/QuandaConstants.h"
@@ -367,7 +367,7 @@ template <class Components>
 KeelResult<Components> Adapter::Implementation::readComponents(
     QuandaLogicTimeInterval logicTimeInterval, ZoneChoice zone, std::string_view function,
     std::string_view readerFunction) {
-  const KeelResult<Components> components = readComponents<Components>(
+  KeelResult<Components> components = readComponents<Components>(
       KeelDate(KeelDate::duration(logicTimeInterval.unixEpoch())), zone, readerFunction);
   if (!components) {
     return wrappedFailure(components.error(), {"logicTimeInterval", logicTimeInterval}, zone,

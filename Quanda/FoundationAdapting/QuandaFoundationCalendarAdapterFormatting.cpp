@@ -6,8 +6,10 @@
 #include <unicode/smpdtfmt.h>
 
 #include <array>
+#include <cmath>
 #include <span>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "Keel/KeelPrecondition.h"
@@ -48,17 +50,29 @@ QuandaCalendarAdapting::RealDateTimeComponents onFixedDate(
           .year = fixedYear};
 }
 
+// Dates and date-times are converted as they are.
+template <class Components>
+const Components& onFixedDate(const Components& components) {
+  return components;
+}
+
 double udate(KeelDate date) { return date.time_since_epoch().count() * 1000.0; }
+
+// Whether the platform's calendars can write an instant: a finite one within their range (some
+// 5.8 million years either side of 1970), beyond which they would write a clamped, wrong date.
+bool formattable(KeelDate date) { return std::fabs(date.time_since_epoch().count()) <= 1.8e14; }
 
 std::optional<std::string> errorName(UErrorCode status) {
   return U_FAILURE(status) ? std::optional<std::string>(u_errorName(status)) : std::nullopt;
 }
 
-// The text a formatter wrote, or the one failure of formatting.
-KeelResult<std::string> written(const icu::UnicodeString& text, UErrorCode status,
-                                KeelArguments args, std::string_view function) {
+// The text a formatter wrote, or the one failure of formatting (with the arguments that args
+// makes, only then).
+template <class Args>
+KeelResult<std::string> written(const icu::UnicodeString& text, UErrorCode status, const Args& args,
+                                std::string_view function, std::uint32_t line = __builtin_LINE()) {
   if (U_FAILURE(status) || text.isEmpty()) {
-    return KeelError::fault(producedNoString, std::move(args), path, function, errorName(status));
+    return KeelError::fault(producedNoString, args(), path, function, errorName(status), line);
   }
   return utf8(text);
 }
@@ -91,13 +105,6 @@ icu::MeasureUnit measureUnit(Unit unit) {
   }
 }
 
-// Wraps a callee's failure with the caller's arguments, made only when needed.
-template <class Value, class Args>
-KeelResult<Value> passedOn(KeelResult<Value> result, const Args& args, std::string_view function) {
-  if (!result) return KeelError::wrap(result.error(), args(), path, function);
-  return result;
-}
-
 }  // namespace
 
 // ---- Formatting helpers ------------------------------------------------------------------------
@@ -116,10 +123,13 @@ KeelResult<std::string> Adapter::Implementation::formatUsingUtcTimezone(
   const KeelResult<icu::DateFormat*> formatter =
       getUtcTimezoneGregorianDateFormatter(dateStyle, localeIdentifierOverride, timeStyle);
   if (!formatter) return KeelError::wrap(formatter.error(), args(), path, function);
-  UErrorCode status = U_ZERO_ERROR;
+  if (!formattable(foundationDate))
+    return KeelError::fault(producedNoString, args(), path, function);
+  // The field-position form: the other forms copy the formatter's calendar on the heap.
   icu::UnicodeString text;
-  formatter.value()->format(udate(foundationDate), text, nullptr, status);
-  return written(text, status, args(), function);
+  icu::FieldPosition position;
+  formatter.value()->format(udate(foundationDate), text, position);
+  return written(text, U_ZERO_ERROR, args, function);
 }
 
 KeelResult<std::string> Adapter::Implementation::formatUsingUtcTimezone(
@@ -137,10 +147,13 @@ KeelResult<std::string> Adapter::Implementation::formatUsingUtcTimezone(
   const KeelResult<icu::DateFormat*> formatter = getUtcTimezoneGregorianDateFormatter(
       formatStringTemplate, localeIdentifierOverride, shouldLocalizeFormatStringTemplate);
   if (!formatter) return KeelError::wrap(formatter.error(), args(), path, function);
-  UErrorCode status = U_ZERO_ERROR;
+  if (!formattable(foundationDate))
+    return KeelError::fault(producedNoString, args(), path, function);
+  // The field-position form: the other forms copy the formatter's calendar on the heap.
   icu::UnicodeString text;
-  formatter.value()->format(udate(foundationDate), text, nullptr, status);
-  return written(text, status, args(), function);
+  icu::FieldPosition position;
+  formatter.value()->format(udate(foundationDate), text, position);
+  return written(text, U_ZERO_ERROR, args, function);
 }
 
 KeelResult<std::string> Adapter::Implementation::formatUsingUtcTimezone(
@@ -158,6 +171,9 @@ KeelResult<std::string> Adapter::Implementation::formatUsingUtcTimezone(
   const KeelResult<DateIntervalFormatter*> formatter =
       getUtcTimezoneGregorianDateIntervalFormatter(dateStyle, localeIdentifierOverride, timeStyle);
   if (!formatter) return KeelError::wrap(formatter.error(), args(), path, function);
+  if (!formattable(fromDate) || !formattable(toDate)) {
+    return KeelError::fault(producedNoString, args(), path, function);
+  }
   // The pair of proleptic calendars, not the formatter's own (hybrid) calendar, carry the ends.
   DateIntervalFormatter& interval = *formatter.value();
   UErrorCode status = U_ZERO_ERROR;
@@ -166,7 +182,7 @@ KeelResult<std::string> Adapter::Implementation::formatUsingUtcTimezone(
   icu::UnicodeString text;
   icu::FieldPosition position;
   interval.formatter->format(*interval.fromCalendar, *interval.toCalendar, text, position, status);
-  return written(text, status, args(), function);
+  return written(text, status, args, function);
 }
 
 KeelResult<DurationFormatter*> Adapter::Implementation::geDurationFormatter(
@@ -215,15 +231,95 @@ KeelResult<DurationFormatter*> Adapter::Implementation::geDurationFormatter(
 
 namespace {
 
-// The common shape of every formatting of components: the UTC instant of the components, then
-// the formatting of that instant; either failure is wrapped with the operation's arguments.
-template <class Components, class Format, class Args>
-KeelResult<std::string> formatComponents(Adapter& adapter, const Components& components,
-                                         const Format& format, const Args& args,
+// How the platform writes a value: a date style and a time style, or a template and whether it is
+// localized.
+struct PlatformStyles {
+  icu::DateFormat::EStyle dateStyle;
+  icu::DateFormat::EStyle timeStyle;
+};
+struct PlatformTemplate {
+  std::string_view formatStringTemplate;
+  bool shouldLocalizeFormatStringTemplate;
+};
+
+PlatformStyles platform(QuandaDateFormatStyle style) {
+  return {platformTwin(style), icu::DateFormat::kNone};
+}
+PlatformStyles platform(QuandaTimeFormatStyle style) {
+  return {icu::DateFormat::kNone, platformTwin(style)};
+}
+PlatformStyles platform(const QuandaDateTimeFormatStyle& style) {
+  return {platformTwin(style.dateStyle()), platformTwin(style.timeStyle())};
+}
+template <QuandaKnownFormatTemplateEnumeration Template>
+PlatformTemplate platform(Template known) {
+  return {unlocalizedFormatStringTemplate(known), shouldLocalizeFormatStringTemplate(known)};
+}
+
+KeelResult<std::string> formatInUtc(Adapter::Implementation& state, KeelDate date,
+                                    Adapter::LocaleIdentifierOverride localeIdentifierOverride,
+                                    PlatformStyles styles) {
+  return state.formatUsingUtcTimezone(date, styles.dateStyle, localeIdentifierOverride,
+                                      styles.timeStyle);
+}
+KeelResult<std::string> formatInUtc(Adapter::Implementation& state, KeelDate date,
+                                    Adapter::LocaleIdentifierOverride localeIdentifierOverride,
+                                    PlatformTemplate known) {
+  return state.formatUsingUtcTimezone(date, known.formatStringTemplate, localeIdentifierOverride,
+                                      known.shouldLocalizeFormatStringTemplate);
+}
+
+std::string styleText(const QuandaDateTimeFormatStyle& style) { return style.description(); }
+template <QuandaNamedEnumeration Style>
+std::string styleText(Style style) {
+  return std::string(caseName(style));
+}
+
+// The arguments of a formatting operation, in the order of its signature: the value, then the
+// style or template and the locale override (the override first for the time styles).
+template <class Style>
+[[gnu::noinline, gnu::cold]] KeelError formattingFailure(
+    const KeelError& inner, KeelArgument value, std::string_view styleKey, const Style& style,
+    Adapter::LocaleIdentifierOverride localeIdentifierOverride, std::string_view function,
+    std::uint32_t line = __builtin_LINE()) {
+  KeelArguments args{std::move(value)};
+  if constexpr (std::is_same_v<Style, QuandaTimeFormatStyle>) {
+    args.emplace_back("localeIdentifierOverride", localeIdentifierOverride);
+    args.emplace_back(styleKey, styleText(style));
+  } else {
+    args.emplace_back(styleKey, styleText(style));
+    args.emplace_back("localeIdentifierOverride", localeIdentifierOverride);
+  }
+  return KeelError::wrap(inner, std::move(args), path, function, line);
+}
+
+// Every formatting of components: the components' UTC instant (a time of day's on the fixed
+// date), written by the formatter of the style or template; either failure is wrapped with the
+// operation's arguments. Dates pass through the formatting of an instant, as callers of that
+// operation see them.
+template <class Components, class Style>
+KeelResult<std::string> formatComponents(Adapter& adapter, Adapter::Implementation& state,
+                                         const Components& components, const Style& style,
+                                         Adapter::LocaleIdentifierOverride localeIdentifierOverride,
+                                         std::string_view componentsKey, std::string_view styleKey,
                                          std::string_view function) {
-  const KeelResult<KeelDate> date = adapter.makeUtcGregorianFoundationDate(components);
-  if (!date) return KeelError::wrap(date.error(), args(), path, function);
-  return passedOn(format(date.value()), args, function);
+  const KeelResult<KeelDate> date = adapter.makeUtcGregorianFoundationDate(onFixedDate(components));
+  if (!date) {
+    return formattingFailure(date.error(), {componentsKey, components}, styleKey, style,
+                             localeIdentifierOverride, function);
+  }
+  KeelResult<std::string> text = [&] {
+    if constexpr (std::is_same_v<Components, QuandaCalendarAdapting::DateComponents>) {
+      return adapter.format(date.value(), style, localeIdentifierOverride);
+    } else {
+      return formatInUtc(state, date.value(), localeIdentifierOverride, platform(style));
+    }
+  }();
+  if (!text) {
+    return formattingFailure(text.error(), {componentsKey, components}, styleKey, style,
+                             localeIdentifierOverride, function);
+  }
+  return text;
 }
 
 }  // namespace
@@ -231,57 +327,44 @@ KeelResult<std::string> formatComponents(Adapter& adapter, const Components& com
 KeelResult<std::string> Adapter::format(DateComponents abstractDateComponents,
                                         QuandaDateFormatStyle dateStyle,
                                         LocaleIdentifierOverride localeIdentifierOverride) {
-  return formatComponents(
-      *this, abstractDateComponents,
-      [&](KeelDate date) { return format(date, dateStyle, localeIdentifierOverride); },
-      [&]() -> KeelArguments {
-        return {{"abstractDateComponents", abstractDateComponents},
-                {"dateStyle", caseName(dateStyle)},
-                {"localeIdentifierOverride", localeIdentifierOverride}};
-      },
-      "format(abstractDateComponents:dateStyle:localeIdentifierOverride:)");
+  return formatComponents(*this, *implementation_, abstractDateComponents, dateStyle,
+                          localeIdentifierOverride, "abstractDateComponents", "dateStyle",
+                          "format(abstractDateComponents:dateStyle:localeIdentifierOverride:)");
 }
 
 KeelResult<std::string> Adapter::format(DateComponents abstractDateComponents,
                                         QuandaKnownDateFormatTemplate formatStringTemplate,
                                         LocaleIdentifierOverride localeIdentifierOverride) {
   return formatComponents(
-      *this, abstractDateComponents,
-      [&](KeelDate date) { return format(date, formatStringTemplate, localeIdentifierOverride); },
-      [&]() -> KeelArguments {
-        return {{"abstractDateComponents", abstractDateComponents},
-                {"formatStringTemplate", caseName(formatStringTemplate)},
-                {"localeIdentifierOverride", localeIdentifierOverride}};
-      },
+      *this, *implementation_, abstractDateComponents, formatStringTemplate,
+      localeIdentifierOverride, "abstractDateComponents", "formatStringTemplate",
       "format(abstractDateComponents:formatStringTemplate:localeIdentifierOverride:)");
 }
 
 KeelResult<std::string> Adapter::format(KeelDate foundationDate, QuandaDateFormatStyle dateStyle,
                                         LocaleIdentifierOverride localeIdentifierOverride) {
-  return passedOn(
-      implementation_->formatUsingUtcTimezone(foundationDate, platformTwin(dateStyle),
-                                              localeIdentifierOverride, icu::DateFormat::kNone),
-      [&]() -> KeelArguments {
-        return {{"foundationDate", describeInstant(foundationDate)},
-                {"dateStyle", caseName(dateStyle)},
-                {"localeIdentifierOverride", localeIdentifierOverride}};
-      },
-      "format(foundationDate:dateStyle:localeIdentifierOverride:)");
+  KeelResult<std::string> text =
+      formatInUtc(*implementation_, foundationDate, localeIdentifierOverride, platform(dateStyle));
+  if (!text) {
+    return formattingFailure(text.error(), {"foundationDate", describeInstant(foundationDate)},
+                             "dateStyle", dateStyle, localeIdentifierOverride,
+                             "format(foundationDate:dateStyle:localeIdentifierOverride:)");
+  }
+  return text;
 }
 
 KeelResult<std::string> Adapter::format(KeelDate foundationDate,
                                         QuandaKnownDateFormatTemplate formatStringTemplate,
                                         LocaleIdentifierOverride localeIdentifierOverride) {
-  return passedOn(
-      implementation_->formatUsingUtcTimezone(
-          foundationDate, unlocalizedFormatStringTemplate(formatStringTemplate),
-          localeIdentifierOverride, shouldLocalizeFormatStringTemplate(formatStringTemplate)),
-      [&]() -> KeelArguments {
-        return {{"foundationDate", describeInstant(foundationDate)},
-                {"formatStringTemplate", caseName(formatStringTemplate)},
-                {"localeIdentifierOverride", localeIdentifierOverride}};
-      },
-      "format(foundationDate:formatStringTemplate:localeIdentifierOverride:)");
+  KeelResult<std::string> text = formatInUtc(
+      *implementation_, foundationDate, localeIdentifierOverride, platform(formatStringTemplate));
+  if (!text) {
+    return formattingFailure(
+        text.error(), {"foundationDate", describeInstant(foundationDate)}, "formatStringTemplate",
+        formatStringTemplate, localeIdentifierOverride,
+        "format(foundationDate:formatStringTemplate:localeIdentifierOverride:)");
+  }
+  return text;
 }
 
 KeelResult<std::string> Adapter::format(DateComponents startDateAbstractDateComponents,
@@ -302,61 +385,36 @@ KeelResult<std::string> Adapter::format(DateComponents startDateAbstractDateComp
   if (!start) return KeelError::wrap(start.error(), args(), path, function);
   const KeelResult<KeelDate> end = makeUtcGregorianFoundationDate(endDateAbstractDateComponents);
   if (!end) return KeelError::wrap(end.error(), args(), path, function);
-  return passedOn(
+  KeelResult<std::string> text =
       implementation_->formatUsingUtcTimezone(start.value(), end.value(), platformTwin(style),
-                                              localeIdentifierOverride, icu::DateFormat::kNone),
-      args, function);
+                                              localeIdentifierOverride, icu::DateFormat::kNone);
+  if (!text) return KeelError::wrap(text.error(), args(), path, function);
+  return text;
 }
 
 KeelResult<std::string> Adapter::format(DiscreteTimeComponents abstractDiscreteTimeComponents,
                                         LocaleIdentifierOverride localeIdentifierOverride,
                                         QuandaTimeFormatStyle timeStyle) {
   return formatComponents(
-      *this, onFixedDate(abstractDiscreteTimeComponents),
-      [&](KeelDate date) {
-        return implementation_->formatUsingUtcTimezone(
-            date, icu::DateFormat::kNone, localeIdentifierOverride, platformTwin(timeStyle));
-      },
-      [&]() -> KeelArguments {
-        return {{"abstractDiscreteTimeComponents", abstractDiscreteTimeComponents},
-                {"localeIdentifierOverride", localeIdentifierOverride},
-                {"timeStyle", caseName(timeStyle)}};
-      },
+      *this, *implementation_, abstractDiscreteTimeComponents, timeStyle, localeIdentifierOverride,
+      "abstractDiscreteTimeComponents", "timeStyle",
       "format(abstractDiscreteTimeComponents:localeIdentifierOverride:timeStyle:)");
 }
 
 KeelResult<std::string> Adapter::format(RealTimeComponents abstractRealTimeComponents,
                                         LocaleIdentifierOverride localeIdentifierOverride,
                                         QuandaTimeFormatStyle timeStyle) {
-  return formatComponents(
-      *this, onFixedDate(abstractRealTimeComponents),
-      [&](KeelDate date) {
-        return implementation_->formatUsingUtcTimezone(
-            date, icu::DateFormat::kNone, localeIdentifierOverride, platformTwin(timeStyle));
-      },
-      [&]() -> KeelArguments {
-        return {{"abstractRealTimeComponents", abstractRealTimeComponents},
-                {"localeIdentifierOverride", localeIdentifierOverride},
-                {"timeStyle", caseName(timeStyle)}};
-      },
-      "format(abstractRealTimeComponents:localeIdentifierOverride:timeStyle:)");
+  return formatComponents(*this, *implementation_, abstractRealTimeComponents, timeStyle,
+                          localeIdentifierOverride, "abstractRealTimeComponents", "timeStyle",
+                          "format(abstractRealTimeComponents:localeIdentifierOverride:timeStyle:)");
 }
 
 KeelResult<std::string> Adapter::format(DiscreteTimeComponents abstractDiscreteTimeComponents,
                                         QuandaKnownTimeFormatTemplate formatStringTemplate,
                                         LocaleIdentifierOverride localeIdentifierOverride) {
   return formatComponents(
-      *this, onFixedDate(abstractDiscreteTimeComponents),
-      [&](KeelDate date) {
-        return implementation_->formatUsingUtcTimezone(
-            date, unlocalizedFormatStringTemplate(formatStringTemplate), localeIdentifierOverride,
-            shouldLocalizeFormatStringTemplate(formatStringTemplate));
-      },
-      [&]() -> KeelArguments {
-        return {{"abstractDiscreteTimeComponents", abstractDiscreteTimeComponents},
-                {"formatStringTemplate", caseName(formatStringTemplate)},
-                {"localeIdentifierOverride", localeIdentifierOverride}};
-      },
+      *this, *implementation_, abstractDiscreteTimeComponents, formatStringTemplate,
+      localeIdentifierOverride, "abstractDiscreteTimeComponents", "formatStringTemplate",
       "format(abstractDiscreteTimeComponents:formatStringTemplate:localeIdentifierOverride:)");
 }
 
@@ -364,17 +422,8 @@ KeelResult<std::string> Adapter::format(RealTimeComponents abstractRealTimeCompo
                                         QuandaKnownTimeFormatTemplate formatStringTemplate,
                                         LocaleIdentifierOverride localeIdentifierOverride) {
   return formatComponents(
-      *this, onFixedDate(abstractRealTimeComponents),
-      [&](KeelDate date) {
-        return implementation_->formatUsingUtcTimezone(
-            date, unlocalizedFormatStringTemplate(formatStringTemplate), localeIdentifierOverride,
-            shouldLocalizeFormatStringTemplate(formatStringTemplate));
-      },
-      [&]() -> KeelArguments {
-        return {{"abstractRealTimeComponents", abstractRealTimeComponents},
-                {"formatStringTemplate", caseName(formatStringTemplate)},
-                {"localeIdentifierOverride", localeIdentifierOverride}};
-      },
+      *this, *implementation_, abstractRealTimeComponents, formatStringTemplate,
+      localeIdentifierOverride, "abstractRealTimeComponents", "formatStringTemplate",
       "format(abstractRealTimeComponents:formatStringTemplate:localeIdentifierOverride:)");
 }
 
@@ -382,17 +431,8 @@ KeelResult<std::string> Adapter::format(
     DiscreteDateTimeComponents abstractDiscreteDateTimeComponents,
     QuandaDateTimeFormatStyle dateTimeStyle, LocaleIdentifierOverride localeIdentifierOverride) {
   return formatComponents(
-      *this, abstractDiscreteDateTimeComponents,
-      [&](KeelDate date) {
-        return implementation_->formatUsingUtcTimezone(
-            date, platformTwin(dateTimeStyle.dateStyle()), localeIdentifierOverride,
-            platformTwin(dateTimeStyle.timeStyle()));
-      },
-      [&]() -> KeelArguments {
-        return {{"abstractDiscreteDateTimeComponents", abstractDiscreteDateTimeComponents},
-                {"dateTimeStyle", dateTimeStyle},
-                {"localeIdentifierOverride", localeIdentifierOverride}};
-      },
+      *this, *implementation_, abstractDiscreteDateTimeComponents, dateTimeStyle,
+      localeIdentifierOverride, "abstractDiscreteDateTimeComponents", "dateTimeStyle",
       "format(abstractDiscreteDateTimeComponents:dateTimeStyle:localeIdentifierOverride:)");
 }
 
@@ -400,17 +440,8 @@ KeelResult<std::string> Adapter::format(RealDateTimeComponents abstractRealDateT
                                         QuandaDateTimeFormatStyle dateTimeStyle,
                                         LocaleIdentifierOverride localeIdentifierOverride) {
   return formatComponents(
-      *this, abstractRealDateTimeComponents,
-      [&](KeelDate date) {
-        return implementation_->formatUsingUtcTimezone(
-            date, platformTwin(dateTimeStyle.dateStyle()), localeIdentifierOverride,
-            platformTwin(dateTimeStyle.timeStyle()));
-      },
-      [&]() -> KeelArguments {
-        return {{"abstractRealDateTimeComponents", abstractRealDateTimeComponents},
-                {"dateTimeStyle", dateTimeStyle},
-                {"localeIdentifierOverride", localeIdentifierOverride}};
-      },
+      *this, *implementation_, abstractRealDateTimeComponents, dateTimeStyle,
+      localeIdentifierOverride, "abstractRealDateTimeComponents", "dateTimeStyle",
       "format(abstractRealDateTimeComponents:dateTimeStyle:localeIdentifierOverride:)");
 }
 
@@ -419,17 +450,8 @@ KeelResult<std::string> Adapter::format(
     QuandaKnownDateTimeFormatTemplate formatStringTemplate,
     LocaleIdentifierOverride localeIdentifierOverride) {
   return formatComponents(
-      *this, abstractDiscreteDateTimeComponents,
-      [&](KeelDate date) {
-        return implementation_->formatUsingUtcTimezone(
-            date, unlocalizedFormatStringTemplate(formatStringTemplate), localeIdentifierOverride,
-            shouldLocalizeFormatStringTemplate(formatStringTemplate));
-      },
-      [&]() -> KeelArguments {
-        return {{"abstractDiscreteDateTimeComponents", abstractDiscreteDateTimeComponents},
-                {"formatStringTemplate", caseName(formatStringTemplate)},
-                {"localeIdentifierOverride", localeIdentifierOverride}};
-      },
+      *this, *implementation_, abstractDiscreteDateTimeComponents, formatStringTemplate,
+      localeIdentifierOverride, "abstractDiscreteDateTimeComponents", "formatStringTemplate",
       "format(abstractDiscreteDateTimeComponents:formatStringTemplate:localeIdentifierOverride:)");
 }
 
@@ -437,17 +459,8 @@ KeelResult<std::string> Adapter::format(RealDateTimeComponents abstractRealDateT
                                         QuandaKnownDateTimeFormatTemplate formatStringTemplate,
                                         LocaleIdentifierOverride localeIdentifierOverride) {
   return formatComponents(
-      *this, abstractRealDateTimeComponents,
-      [&](KeelDate date) {
-        return implementation_->formatUsingUtcTimezone(
-            date, unlocalizedFormatStringTemplate(formatStringTemplate), localeIdentifierOverride,
-            shouldLocalizeFormatStringTemplate(formatStringTemplate));
-      },
-      [&]() -> KeelArguments {
-        return {{"abstractRealDateTimeComponents", abstractRealDateTimeComponents},
-                {"formatStringTemplate", caseName(formatStringTemplate)},
-                {"localeIdentifierOverride", localeIdentifierOverride}};
-      },
+      *this, *implementation_, abstractRealDateTimeComponents, formatStringTemplate,
+      localeIdentifierOverride, "abstractRealDateTimeComponents", "formatStringTemplate",
       "format(abstractRealDateTimeComponents:formatStringTemplate:localeIdentifierOverride:)");
 }
 

@@ -1,6 +1,6 @@
-// The styles and templates callers pass to the adapter: their cases and names, the template
-// strings and flags the adapter hands the platform, the date-time style's two parts and the
-// duration styles' settings.
+// The styles and templates callers pass to the adapter: their cases in order with their names, and
+// the date-time style's two parts. What each gives the platform is checked by the adapter's exact
+// texts.
 #include <gtest/gtest.h>
 
 #include <sstream>
@@ -10,7 +10,6 @@
 #include "Quanda/Formatting/QuandaDateFormatStyle.h"
 #include "Quanda/Formatting/QuandaDateRangeFormatStyle.h"
 #include "Quanda/Formatting/QuandaDateTimeFormatStyle.h"
-#include "Quanda/Formatting/QuandaDurationFormatSettings.h"
 #include "Quanda/Formatting/QuandaDurationFormatStyle.h"
 #include "Quanda/Formatting/QuandaKnownDateFormatTemplate.h"
 #include "Quanda/Formatting/QuandaKnownDateTimeFormatTemplate.h"
@@ -50,26 +49,6 @@ TEST(QuandaFormatStyles, CasesInDeclarationOrder) {
   EXPECT_EQ(static_cast<int>(QuandaDateFormatStyle::full), 3);
 }
 
-// The template and flag of every case, in declaration order: only the lone-field time patterns
-// bypass localization.
-template <class Template>
-std::string templates() {
-  std::string text;
-  for (Template value : allCases<Template>) {
-    text += std::string(unlocalizedFormatStringTemplate(value)) +
-            (shouldLocalizeFormatStringTemplate(value) ? "" : " (verbatim)") + "; ";
-  }
-  return text;
-}
-
-TEST(QuandaFormatStyles, KnownTemplatesAndWhetherTheyAreLocalized) {
-  EXPECT_EQ(templates<QuandaKnownDateFormatTemplate>(), "MMMMyyyy; d; MMM; ");
-  EXPECT_EQ(templates<QuandaKnownTimeFormatTemplate>(),
-            "jj; H (verbatim); h (verbatim); m (verbatim); s (verbatim); ");
-  EXPECT_EQ(templates<QuandaKnownDateTimeFormatTemplate>(),
-            "jj; j:mma EEEE d MMMM yyyy; j:mma EEE d MMM yyyy; j:mma E d/MM/yy; j:mma d/MM/yy; ");
-}
-
 TEST(QuandaFormatStyles, DateTimeStyleCarriesItsParts) {
   using Style = QuandaDateTimeFormatStyle;
   const Style dateOnly = Style::dateOnly(QuandaDateFormatStyle::full);
@@ -98,48 +77,6 @@ TEST(QuandaFormatStyles, DateTimeStyleCarriesItsParts) {
             Style::dateOnly(QuandaDateFormatStyle::short_));
   EXPECT_NE(Style::dateOnly(QuandaDateFormatStyle::short_),
             Style::dateAndTime(QuandaDateFormatStyle::short_, QuandaTimeFormatStyle::short_));
-}
-
-TEST(QuandaFormatStyles, DurationSettingsInThePlatformsValues) {
-  using Settings = QuandaDurationFormatSettings;
-  using Units = Settings::UnitsStyle;
-  using Zero = Settings::ZeroFormattingBehavior;
-  const struct {
-    QuandaDurationFormatStyle style;
-    Units units;
-    std::optional<std::uint32_t> allowed;
-    std::optional<std::uint8_t> maximum;
-    std::optional<Zero> zero;
-    bool setsFlags;
-  } cases[] = {
-      {QuandaDurationFormatStyle::hoursOnly, Units::abbreviated, 0x20, {}, {}, false},
-      {QuandaDurationFormatStyle::longTermCompact, Units::abbreviated, 0xFC, 2, Zero::dropAll,
-       true},
-      {QuandaDurationFormatStyle::mediumAbsoluteSubDay, Units::full, 0xE0, 2, Zero::dropAll, true},
-      {QuandaDurationFormatStyle::minutesOnly, Units::abbreviated, 0x40, {}, {}, false},
-      {QuandaDurationFormatStyle::positional, Units::positional, 0xE0, {}, Zero::pad, true},
-      {QuandaDurationFormatStyle::secondsOnly, Units::abbreviated, 0x80, {}, {}, false},
-      {QuandaDurationFormatStyle::shortAbsoluteSubDay, Units::abbreviated, 0xE0, 2, Zero::dropAll,
-       true},
-      {QuandaDurationFormatStyle::shortDelta, Units::abbreviated, {}, {}, Zero::dropAll, true},
-      {QuandaDurationFormatStyle::totalWholeSeconds, Units::full, 0x80, {}, {}, false},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(caseName(c.style));
-    const Settings settings = durationFormatSettings(c.style);
-    EXPECT_EQ(settings.unitsStyle, c.units);
-    EXPECT_EQ(settings.allowedUnits, c.allowed);
-    EXPECT_EQ(settings.maximumUnitCount, c.maximum);
-    EXPECT_EQ(settings.zeroFormattingBehavior, c.zero);
-    const std::optional<bool> flag = c.setsFlags ? std::optional<bool>(false) : std::nullopt;
-    EXPECT_EQ(settings.allowsFractionalUnits, flag);
-    EXPECT_EQ(settings.collapsesLargestUnit, flag);
-    EXPECT_EQ(settings.includesApproximationPhrase, flag);
-    EXPECT_EQ(settings.includesTimeRemainingPhrase, flag);
-  }
-  EXPECT_EQ(static_cast<int>(Units::full), 3);
-  EXPECT_EQ(static_cast<std::uint32_t>(Zero::dropAll), 0x0Eu);
-  EXPECT_EQ(static_cast<std::uint32_t>(Zero::pad), 0x10000u);
 }
 
 }  // namespace

@@ -88,27 +88,8 @@ class CountingAdapter final : public QuandaCalendarAdapting {
   QuandaCalendarAdapting& inner_;
 };
 
-// Calls every requirement once, in declaration order, through the interface alone, and renders
-// what each returned (a failure as its message) for comparison between adapters.
-std::vector<std::string> callEveryRequirement(QuandaCalendarAdapting& adapter) {
-  std::vector<std::string> results;
-  const auto add = [&results](const auto& result) {
-    if constexpr (requires { result.hasValue(); }) {
-      if (!result) {
-        results.push_back("error: " + result.error().innermost().message());
-      } else if constexpr (requires { result.value().time_since_epoch(); }) {
-        results.push_back(std::to_string(seconds(result.value())));
-      } else if constexpr (requires { caseName(result.value()); }) {
-        results.push_back(std::string(caseName(result.value())));
-      } else {
-        results.push_back(keel::describe(result.value()));
-      }
-    } else if constexpr (requires { result.time_since_epoch(); }) {
-      results.push_back(std::to_string(seconds(result)));
-    } else {
-      results.push_back(keel::describe(result));
-    }
-  };
+// Calls every requirement once, in declaration order, through the interface alone.
+void callEveryRequirement(QuandaCalendarAdapting& adapter) {
   const DateComponents date{2024, 2, 29};
   const NaturalTimeComponents time{13, 5, 9};
   const RealTimeComponents realTime{13, 5, 9.5};
@@ -120,84 +101,87 @@ std::vector<std::string> callEveryRequirement(QuandaCalendarAdapting& adapter) {
   const QuandaDateTimeFormatStyle style = QuandaDateTimeFormatStyle::dateAndTime(
       QuandaDateFormatStyle::medium, QuandaTimeFormatStyle::short_);
   const auto day = QuandaStandaloneDayNameFormatStyle::short_;
-  add(adapter.preferredFirstDayOfWeek());
-  add(adapter.preferredTimeFormat());
-  add(adapter.calendarColumnNames(std::nullopt, std::nullopt, day));
-  add(adapter.amSymbol("de_DE"));
-  add(adapter.pmSymbol(std::nullopt));
-  add(adapter.currentTimezoneIdentifier());
-  add(adapter.format(date, QuandaDateFormatStyle::long_, std::nullopt));
-  add(adapter.format(date, QuandaKnownDateFormatTemplate::fullMonthAndYear, "ja_JP"));
-  add(adapter.format(moment, QuandaDateFormatStyle::full, std::nullopt));
-  add(adapter.format(moment, QuandaKnownDateFormatTemplate::standaloneShortMonth, "fr_FR"));
-  add(adapter.format(date, DateComponents{2024, 3, 5}, QuandaDateRangeFormatStyle::medium, {}));
-  add(adapter.format(time, std::nullopt, QuandaTimeFormatStyle::short_));
-  add(adapter.format(realTime, "en_GB", QuandaTimeFormatStyle::medium));
-  add(adapter.format(time, QuandaKnownTimeFormatTemplate::standaloneHourRespecting12or24Hour, {}));
-  add(adapter.format(realTime, QuandaKnownTimeFormatTemplate::standaloneSecondWithoutUnit, {}));
-  add(adapter.format(naturalDateTime, style, std::nullopt));
-  add(adapter.format(real, style, "de_DE"));
-  add(adapter.format(naturalDateTime, QuandaKnownDateTimeFormatTemplate::fullDateToMinuteLong, {}));
-  add(adapter.format(real, QuandaKnownDateTimeFormatTemplate::fullDateToMinuteShort, {}));
-  add(adapter.format(3725.0, std::nullopt, QuandaDurationFormatStyle::shortDelta));
-  add(adapter.format(QuandaDayOfGregorianWeek::sunday, std::nullopt, day));
-  add(adapter.makeLocalGregorianFoundationDate(date));
-  add(adapter.makeUtcGregorianFoundationDate(date));
-  add(adapter.makeGregorianFoundationDate(date, zone));
-  add(adapter.makeLocalGregorianFoundationDate(naturalDateTime));
-  add(adapter.makeLocalGregorianFoundationDate(real));
-  add(adapter.makeUtcGregorianFoundationDate(naturalDateTime));
-  add(adapter.makeUtcGregorianFoundationDate(real));
-  add(adapter.makeGregorianFoundationDate(naturalDateTime, zone));
-  add(adapter.makeGregorianFoundationDate(real, "Not/AZone"));
-  add(adapter.makeLocalGregorianLogicTimeInterval(naturalDateTime));
-  add(adapter.makeLocalGregorianLogicTimeInterval(real));
-  add(adapter.makeUtcGregorianLogicTimeInterval(naturalDateTime));
-  add(adapter.makeUtcGregorianLogicTimeInterval(real));
-  add(adapter.makeGregorianLogicTimeInterval(naturalDateTime, zone));
-  add(adapter.makeGregorianLogicTimeInterval(real, zone));
-  add(adapter.makeLocalTimezoneDateComponents(moment));
-  add(adapter.makeUtcTimezoneDateComponents(moment));
-  add(adapter.makeTimezoneDateComponents(moment, zone));
-  add(adapter.makeLocalTimezoneDiscreteTimeComponents(moment));
-  add(adapter.makeLocalTimezoneRealTimeComponents(moment));
-  add(adapter.makeUtcTimezoneDiscreteTimeComponents(moment));
-  add(adapter.makeUtcTimezoneRealTimeComponents(moment));
-  add(adapter.makeTimezoneDiscreteTimeComponents(moment, zone));
-  add(adapter.makeTimezoneRealTimeComponents(moment, zone));
-  add(adapter.makeLocalTimezoneDiscreteDateTimeComponents(moment));
-  add(adapter.makeLocalTimezoneRealDateTimeComponents(moment));
-  add(adapter.makeUtcTimezoneDiscreteDateTimeComponents(moment));
-  add(adapter.makeUtcTimezoneRealDateTimeComponents(moment));
-  add(adapter.makeTimezoneDiscreteDateTimeComponents(moment, zone));
-  add(adapter.makeTimezoneRealDateTimeComponents(moment, zone));
-  add(adapter.makeLocalTimezoneDiscreteDateTimeComponents(interval));
-  add(adapter.makeLocalTimezoneRealDateTimeComponents(interval));
-  add(adapter.makeUtcTimezoneDiscreteDateTimeComponents(interval));
-  add(adapter.makeUtcTimezoneRealDateTimeComponents(interval));
-  add(adapter.makeTimezoneDiscreteDateTimeComponents(interval, zone));
-  add(adapter.makeTimezoneRealDateTimeComponents(interval, zone));
-  add(adapter.makeFoundationDate(interval));
-  return results;
+  (void)adapter.preferredFirstDayOfWeek();
+  (void)adapter.preferredTimeFormat();
+  (void)adapter.calendarColumnNames(std::nullopt, std::nullopt, day);
+  (void)adapter.amSymbol("de_DE");
+  (void)adapter.pmSymbol(std::nullopt);
+  (void)adapter.currentTimezoneIdentifier();
+  (void)adapter.format(date, QuandaDateFormatStyle::long_, std::nullopt);
+  (void)adapter.format(date, QuandaKnownDateFormatTemplate::fullMonthAndYear, "ja_JP");
+  (void)adapter.format(moment, QuandaDateFormatStyle::full, std::nullopt);
+  (void)adapter.format(moment, QuandaKnownDateFormatTemplate::standaloneShortMonth, "fr_FR");
+  (void)adapter.format(date, DateComponents{2024, 3, 5}, QuandaDateRangeFormatStyle::medium, {});
+  (void)adapter.format(time, std::nullopt, QuandaTimeFormatStyle::short_);
+  (void)adapter.format(realTime, "en_GB", QuandaTimeFormatStyle::medium);
+  (void)adapter.format(time, QuandaKnownTimeFormatTemplate::standaloneHourRespecting12or24Hour, {});
+  (void)adapter.format(realTime, QuandaKnownTimeFormatTemplate::standaloneSecondWithoutUnit, {});
+  (void)adapter.format(naturalDateTime, style, std::nullopt);
+  (void)adapter.format(real, style, "de_DE");
+  (void)adapter.format(naturalDateTime, QuandaKnownDateTimeFormatTemplate::fullDateToMinuteLong,
+                       {});
+  (void)adapter.format(real, QuandaKnownDateTimeFormatTemplate::fullDateToMinuteShort, {});
+  (void)adapter.format(3725.0, std::nullopt, QuandaDurationFormatStyle::shortDelta);
+  (void)adapter.format(QuandaDayOfGregorianWeek::sunday, std::nullopt, day);
+  (void)adapter.makeLocalGregorianFoundationDate(date);
+  (void)adapter.makeUtcGregorianFoundationDate(date);
+  (void)adapter.makeGregorianFoundationDate(date, zone);
+  (void)adapter.makeLocalGregorianFoundationDate(naturalDateTime);
+  (void)adapter.makeLocalGregorianFoundationDate(real);
+  (void)adapter.makeUtcGregorianFoundationDate(naturalDateTime);
+  (void)adapter.makeUtcGregorianFoundationDate(real);
+  (void)adapter.makeGregorianFoundationDate(naturalDateTime, zone);
+  (void)adapter.makeGregorianFoundationDate(real, "Not/AZone");
+  (void)adapter.makeLocalGregorianLogicTimeInterval(naturalDateTime);
+  (void)adapter.makeLocalGregorianLogicTimeInterval(real);
+  (void)adapter.makeUtcGregorianLogicTimeInterval(naturalDateTime);
+  (void)adapter.makeUtcGregorianLogicTimeInterval(real);
+  (void)adapter.makeGregorianLogicTimeInterval(naturalDateTime, zone);
+  (void)adapter.makeGregorianLogicTimeInterval(real, zone);
+  (void)adapter.makeLocalTimezoneDateComponents(moment);
+  (void)adapter.makeUtcTimezoneDateComponents(moment);
+  (void)adapter.makeTimezoneDateComponents(moment, zone);
+  (void)adapter.makeLocalTimezoneDiscreteTimeComponents(moment);
+  (void)adapter.makeLocalTimezoneRealTimeComponents(moment);
+  (void)adapter.makeUtcTimezoneDiscreteTimeComponents(moment);
+  (void)adapter.makeUtcTimezoneRealTimeComponents(moment);
+  (void)adapter.makeTimezoneDiscreteTimeComponents(moment, zone);
+  (void)adapter.makeTimezoneRealTimeComponents(moment, zone);
+  (void)adapter.makeLocalTimezoneDiscreteDateTimeComponents(moment);
+  (void)adapter.makeLocalTimezoneRealDateTimeComponents(moment);
+  (void)adapter.makeUtcTimezoneDiscreteDateTimeComponents(moment);
+  (void)adapter.makeUtcTimezoneRealDateTimeComponents(moment);
+  (void)adapter.makeTimezoneDiscreteDateTimeComponents(moment, zone);
+  (void)adapter.makeTimezoneRealDateTimeComponents(moment, zone);
+  (void)adapter.makeLocalTimezoneDiscreteDateTimeComponents(interval);
+  (void)adapter.makeLocalTimezoneRealDateTimeComponents(interval);
+  (void)adapter.makeUtcTimezoneDiscreteDateTimeComponents(interval);
+  (void)adapter.makeUtcTimezoneRealDateTimeComponents(interval);
+  (void)adapter.makeTimezoneDiscreteDateTimeComponents(interval, zone);
+  (void)adapter.makeTimezoneRealDateTimeComponents(interval, zone);
+  (void)adapter.makeFoundationDate(interval);
 }
 
 TEST(QuandaCalendarAdapting, AForwardingDoubleStandsInForTheAdapter) {
   TestAdapter library("en_US", "America/New_York");
   CountingAdapter counting(library.adapter);
-  TestAdapter reference("en_US", "America/New_York");
-
-  const std::vector<std::string> forwarded = callEveryRequirement(counting);
-  EXPECT_EQ(forwarded, callEveryRequirement(reference.adapter));
+  callEveryRequirement(counting);
   std::vector<int> expectedCalls(58);
   for (int position = 0; position < 58; ++position) expectedCalls[position] = position;
   EXPECT_EQ(counting.calls, expectedCalls);
 
-  // It is also a provider of the two preferences on their own.
+  // What it forwards comes back unchanged, and it provides the two preferences on their own.
+  QuandaCalendarAdapting& adapter = counting;
+  EXPECT_EQ(adapter.format(DateComponents{2024, 2, 29}, QuandaDateFormatStyle::medium, {}).value(),
+            "Feb 29, 2024");
+  EXPECT_EQ(
+      adapter.makeGregorianFoundationDate(dateTime(2024, 3, 10, 2, 30), "America/New_York").value(),
+      instant(1710055800));
   QuandaFirstDayOfGregorianWeekProviding& weeks = counting;
   QuandaPreferredTimeFormatProviding& clock = counting;
   EXPECT_EQ(weeks.preferredFirstDayOfWeek().value(), QuandaDayOfGregorianWeek::sunday);
   EXPECT_EQ(clock.preferredTimeFormat().value(), QuandaPreferredTimeFormat::twelveHour);
-  EXPECT_EQ(counting.calls.size(), 60u);
+  EXPECT_EQ(counting.calls.size(), 62u);
 }
 
 }  // namespace
