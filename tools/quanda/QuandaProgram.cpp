@@ -8,6 +8,7 @@
 
 #include "tools/quanda/QuandaCommand.h"
 #include "tools/quanda/QuandaCommandSupport.h"
+#include "tools/quanda/QuandaDevice.h"
 
 #ifndef QUANDA_PROGRAM_VERSION
 #define QUANDA_PROGRAM_VERSION "unknown"
@@ -231,6 +232,7 @@ int runDemonstrations(std::ostream& out) {
 }  // namespace
 
 int runQuandaProgram(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+  pinQuandaDefaultLocale();
   if (args.empty()) return runDemonstrations(out);
   return CommandLine().run(args, out, err);
 }
