@@ -25,6 +25,7 @@
 
 #include "Quanda/FoundationAdapting/QuandaFixedDeviceSettings.h"
 #include "Quanda/FoundationAdapting/QuandaFoundationCalendarAdapter.h"
+#include "bench/QuandaBenchIcuPeers.h"
 #include "bench/QuandaBenchRatios.h"
 
 namespace {
@@ -161,18 +162,6 @@ QUANDA_BENCH_RATIO("named-zone round trip vs absl::FromCivil / ToCivilSecond",
 
 // ---- Formatting ------------------------------------------------------------------------------
 
-std::unique_ptr<icu::DateFormat> icuMediumDateFormatter() {
-  std::unique_ptr<icu::DateFormat> formatter(icu::DateFormat::createDateTimeInstance(
-      icu::DateFormat::kMedium, icu::DateFormat::kNone, icu::Locale("en_US")));
-  std::unique_ptr<icu::Calendar> calendar(formatter->getCalendar()->clone());
-  UErrorCode status = U_ZERO_ERROR;
-  static_cast<icu::GregorianCalendar*>(calendar.get())
-      ->setGregorianChange(-std::numeric_limits<double>::infinity(), status);
-  calendar->adoptTimeZone(icu::TimeZone::createTimeZone("UTC"));
-  formatter->adoptCalendar(calendar.release());
-  return formatter;
-}
-
 void BM_Quanda_FormatDate(benchmark::State& state) {
   const std::vector<Components>& in = allYears();
   QuandaFoundationCalendarAdapter& calendar = adapter();
@@ -203,7 +192,8 @@ void BM_Icu_FormatDate(benchmark::State& state) {
             .count() *
         1000);
   }
-  const std::unique_ptr<icu::DateFormat> formatter = icuMediumDateFormatter();
+  const std::unique_ptr<icu::DateFormat> formatter =
+      icuDateFormatter(icu::DateFormat::kMedium, icu::DateFormat::kNone, "en_US");
   std::size_t index = 0;
   for (auto _ : state) {
     icu::UnicodeString text;

@@ -54,9 +54,12 @@ std::shared_ptr<Adapter> requiredAdapter(std::shared_ptr<Adapter> calendarAdapte
 
 // std::hash of the key, looked up only when a key is hashed, so that a cache type can name its
 // nested key record before the record's std::hash specialisation is declared after the type.
+// The call is deliberately not noexcept: the standard library's map then keeps each key's hash
+// beside it, so that walking a bucket compares stored hashes instead of hashing every key's text
+// again.
 struct DeferredHash {
   template <class Key>
-  std::size_t operator()(const Key& key) const noexcept {
+  std::size_t operator()(const Key& key) const {
     return std::hash<Key>{}(key);
   }
 };
@@ -89,8 +92,9 @@ class QuandaFormattedStringCache {
   template <class Args>
   KeelResult<std::string> value(const Key& key, const Args& args, std::string_view function,
                                 std::uint32_t lineNumber = __builtin_LINE()) {
+    // One named result returned on every path, so that a hit's text is never moved on the way.
     KeelResult<std::string> text = cache_.value(key);
-    if (!text) return KeelError::wrap(text.error(), args(), path_, function, lineNumber);
+    if (!text) text = KeelError::wrap(text.error(), args(), path_, function, lineNumber);
     return text;
   }
 

@@ -16,6 +16,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -61,6 +62,11 @@ template <>
 struct std::hash<QuandaFormattedAbstractDateRangeCache::CacheKey> {
   std::size_t operator()(
       const QuandaFormattedAbstractDateRangeCache::CacheKey& key) const noexcept {
-    return keel::hashFields(key.dateRange, key.localeIdentifier, key.style);
+    // The dates packed into one word and the style beside the text: two mixing rounds.
+    return keel::hashCombine(
+        keel::hashCombine(key.dateRange.min().serializeToIso8601Numeric() << 32 |
+                              key.dateRange.max().serializeToIso8601Numeric(),
+                          std::hash<std::string>{}(key.localeIdentifier)),
+        static_cast<std::uint64_t>(key.style));
   }
 };

@@ -15,6 +15,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -76,7 +77,10 @@ template <>
 struct std::hash<QuandaFormattedNaturalTimeOfDayCache::StyleCacheKey> {
   std::size_t operator()(
       const QuandaFormattedNaturalTimeOfDayCache::StyleCacheKey& key) const noexcept {
-    return keel::hashFields(key.localeIdentifier, key.style, key.timeOfDay);
+    // The style and the packed hhmmss in one word beside the text: one mixing round.
+    return keel::hashCombine(
+        std::hash<std::string>{}(key.localeIdentifier),
+        static_cast<std::uint64_t>(key.style) << 32 | key.timeOfDay.serializeToIso8601Numeric());
   }
 };
 
@@ -84,6 +88,8 @@ template <>
 struct std::hash<QuandaFormattedNaturalTimeOfDayCache::TemplateCacheKey> {
   std::size_t operator()(
       const QuandaFormattedNaturalTimeOfDayCache::TemplateCacheKey& key) const noexcept {
-    return keel::hashFields(key.localeIdentifier, key.template_, key.timeOfDay);
+    return keel::hashCombine(std::hash<std::string>{}(key.localeIdentifier),
+                             static_cast<std::uint64_t>(key.template_) << 32 |
+                                 key.timeOfDay.serializeToIso8601Numeric());
   }
 };
