@@ -106,3 +106,18 @@
 #include "Quanda/FoundationAdapting/QuandaPreferredTimeFormatProviding.h"
 #include "Quanda/FoundationAdapting/QuandaSystemDeviceSettings.h"
 #include "Quanda/FoundationAdapting/QuandaTimezoneDatabase.h"
+
+// Formatters and caches of formatted strings
+#include "Quanda/Formatting/DateFormatting/QuandaAbstractDateFormatting.h"
+#include "Quanda/Formatting/DateFormatting/QuandaFormattedAbstractDateCache.h"
+#include "Quanda/Formatting/DateRangeFormatting/QuandaAbstractDateRangeFormatting.h"
+#include "Quanda/Formatting/DateRangeFormatting/QuandaFormattedAbstractDateRangeCache.h"
+#include "Quanda/Formatting/DurationFormatting/QuandaDurationFormatter.h"
+#include "Quanda/Formatting/DurationFormatting/QuandaDurationFormatting.h"
+#include "Quanda/Formatting/DurationFormatting/QuandaFormattedDurationCache.h"
+#include "Quanda/Formatting/NaturalDateTimeFormatting/QuandaFormattedNaturalDateTimeCache.h"
+#include "Quanda/Formatting/NaturalDateTimeFormatting/QuandaNaturalDateTimeFormatting.h"
+#include "Quanda/Formatting/NaturalTimeOfDayFormatting/QuandaFormattedNaturalTimeOfDayCache.h"
+#include "Quanda/Formatting/NaturalTimeOfDayFormatting/QuandaNaturalTimeOfDayFormatter.h"
+#include "Quanda/Formatting/NaturalTimeOfDayFormatting/QuandaNaturalTimeOfDayFormatting.h"
+#include "Quanda/Formatting/QuandaFormattedStringCache.h"

@@ -100,15 +100,7 @@ void BM_Icu_FormatDateTime(benchmark::State& state) {
   }
   const std::unique_ptr<icu::DateFormat> formatter =
       icuDateFormatter(icu::DateFormat::kMedium, icu::DateFormat::kShort, "en_US");
-  std::size_t index = 0;
-  for (auto _ : state) {
-    icu::UnicodeString text;
-    formatter->format(instants[index], text);
-    std::string utf8;
-    text.toUTF8String(utf8);
-    benchmark::DoNotOptimize(utf8);
-    index = (index + 1) % inputCount;
-  }
+  icuFormatEach(state, *formatter, instants);
 }
 BENCHMARK(BM_Icu_FormatDateTime);
 
