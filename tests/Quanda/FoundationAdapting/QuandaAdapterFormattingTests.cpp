@@ -169,7 +169,7 @@ std::string joined(const std::vector<std::string>& texts) {
 template <class Format>
 std::string every(const auto& cases, Format format) {
   std::vector<std::string> texts;
-  for (const auto value : cases) {
+  for (const auto& value : cases) {
     const KeelResult<std::string> text = format(value);
     texts.push_back(text ? text.value() : "<" + text.error().innermost().message() + ">");
   }
