@@ -13,6 +13,7 @@
 #include <unicode/locid.h>
 #include <unicode/numberformatter.h>
 #include <unicode/unistr.h>
+#include <unicode/utypes.h>
 
 #include <array>
 #include <cstddef>
@@ -48,6 +49,11 @@ std::unique_ptr<icu::TimeZone> makeUtcIcuTimezone();
 void makeProlepticUtc(icu::Calendar& calendar);
 
 std::string utf8(const icu::UnicodeString& text);
+
+// ICU's name of a failure ("U_ILLEGAL_ARGUMENT_ERROR"), the platform error an error carries.
+inline std::optional<std::string> errorName(UErrorCode status) {
+  return U_FAILURE(status) ? std::optional<std::string>(u_errorName(status)) : std::nullopt;
+}
 
 // An instant as its seconds since 1970, the form errors name it in.
 std::string describeInstant(KeelDate instant);

@@ -26,10 +26,6 @@ namespace {
 constexpr std::string_view path = adapterPath;
 constexpr std::string_view utcIdentifier = "UTC";
 
-std::optional<std::string> errorName(UErrorCode status) {
-  return U_FAILURE(status) ? std::optional<std::string>(u_errorName(status)) : std::nullopt;
-}
-
 // A fresh formatter set up as every formatter of the adapter is: proleptic where its calendar is
 // Gregorian-based, in UTC.
 void configure(icu::DateFormat& formatter) {

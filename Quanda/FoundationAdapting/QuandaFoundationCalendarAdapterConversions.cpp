@@ -2,15 +2,16 @@
 //
 // Every builder and reader is one of four templates below, instantiated per component record and
 // told its zone and its signature text. In UTC a conversion is day arithmetic and touches no
-// cache; in any other zone it takes the zone from the calendar cache (the last calendar is
-// remembered, so a run of conversions in one zone looks nothing up) and its rules from the tz
-// database.
+// cache. In any other zone it takes the zone from the calendar cache (the last calendar is
+// remembered, so a run of conversions in one zone looks nothing up), the offset from the zone's
+// table of the years 1900 to 2099, and then the same day arithmetic; outside those years the tz
+// library answers.
 #include <absl/time/civil_time.h>
 #include <absl/time/time.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <limits>
 #include <optional>
 #include <string>
 #include <type_traits>
@@ -118,8 +119,8 @@ std::string dateComponentsDescription(const WallTime& time) {
   return text + ")";
 }
 
-// The `pre` instant of a valid wall time in a zone, whole seconds. Kept apart so that the civil
-// time it builds is made in place rather than through a call.
+// The `pre` instant of a valid wall time in a zone, whole seconds, from the tz library itself: for
+// the years the zone's table does not cover.
 [[gnu::noinline]] std::int64_t zoneSeconds(const absl::TimeZone& zone, const WallTime& time) {
   const absl::CivilSecond civil(time.year, time.month, time.day, time.hour, time.minute,
                                 time.second);

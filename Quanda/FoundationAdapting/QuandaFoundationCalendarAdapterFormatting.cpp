@@ -31,17 +31,9 @@ constexpr std::uint16_t fixedYear = 2019;
 constexpr std::uint8_t fixedMonth = 8;
 constexpr std::uint8_t fixedDay = 10;
 
-QuandaCalendarAdapting::DiscreteDateTimeComponents onFixedDate(
-    const QuandaCalendarAdapting::DiscreteTimeComponents& time) {
-  return {.day = fixedDay,
-          .hour = time.hour,
-          .minute = time.minute,
-          .month = fixedMonth,
-          .second = time.second,
-          .year = fixedYear};
-}
-QuandaCalendarAdapting::RealDateTimeComponents onFixedDate(
-    const QuandaCalendarAdapting::RealTimeComponents& time) {
+template <class Second>
+quanda_detail::DateTimeComponents<Second> onFixedDate(
+    const quanda_detail::TimeOfDayComponents<Second>& time) {
   return {.day = fixedDay,
           .hour = time.hour,
           .minute = time.minute,
@@ -61,10 +53,6 @@ double udate(KeelDate date) { return date.time_since_epoch().count() * 1000.0; }
 // Whether the platform's calendars can write an instant: a finite one within their range (some
 // 5.8 million years either side of 1970), beyond which they would write a clamped, wrong date.
 bool formattable(KeelDate date) { return std::fabs(date.time_since_epoch().count()) <= 1.8e14; }
-
-std::optional<std::string> errorName(UErrorCode status) {
-  return U_FAILURE(status) ? std::optional<std::string>(u_errorName(status)) : std::nullopt;
-}
 
 // The text a formatter wrote, or the one failure of formatting (with the arguments that args
 // makes, only then).

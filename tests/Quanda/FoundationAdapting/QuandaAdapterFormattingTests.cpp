@@ -6,6 +6,7 @@
 #include <unicode/smpdtfmt.h>
 #include <unicode/timezone.h>
 
+#include <array>
 #include <cmath>
 #include <limits>
 #include <memory>
@@ -29,11 +30,25 @@ struct LocaleTexts {
   const char* locale;
   const char* dates;
   const char* times;
-  const char* dateAndTimes[4];  // per date style, every time style
-  const char* templates;        // the date, time and date-time templates
-  const char* ranges[4];        // per range style
-  const char* durations[9];     // per duration style
+  const char* dateAndTimes[4];           // per date style, every time style
+  const char* templates;                 // the date, time and date-time templates
+  const char* ranges[4];                 // per range style
+  std::array<const char*, 9> durations;  // per duration style
 };
+
+// clang-format off
+// Every duration style in English, the same in the United States and in Britain.
+constexpr std::array<const char*, 9> englishDurations{
+    "0h | 0h | 0h | 1h | 36h | 9,600h",
+    "0s | 45s | 1m 30s | 1h 2m | 1d 12h | 1y 1m",
+    "0 seconds | 45 seconds | 1 minute, 30 seconds | 1 hour, 2 minutes | 36 hours | 9,600 hours",
+    "0m | 0m | 1m | 62m | 2,160m | 576,000m",
+    "0:00:00 | 0:00:45 | 0:01:30 | 1:02:05 | 36:00:00 | 9600:00:00",
+    "0s | 45s | 90s | 3,725s | 129,600s | 34,560,000s",
+    "0s | 45s | 1m 30s | 1h 2m | 36h | 9,600h",
+    "0s | 45s | 1m 30s | 1h 2m 5s | 1d 12h | 1y 1m 4d",
+    "0 seconds | 45 seconds | 90 seconds | 3,725 seconds | 129,600 seconds | 34,560,000 seconds"};
+// clang-format on
 
 // clang-format off
 const LocaleTexts localeTexts[] = {
@@ -51,16 +66,7 @@ const LocaleTexts localeTexts[] = {
       "February 29, 2024 | February 3\u2009\u2013\u200929, 2024 | February 29\u2009\u2013\u2009March 5, 2024 | December 30, 2024\u2009\u2013\u2009January 2, 2025",
       "Thursday, February 29, 2024 | Saturday, February 3\u2009\u2013\u2009Thursday, February 29, 2024 | Thursday, February 29\u2009\u2013\u2009Tuesday, March 5, 2024 | Monday, December 30, 2024\u2009\u2013\u2009Thursday, January 2, 2025",
       },
-     {"0h | 0h | 0h | 1h | 36h | 9,600h",
-      "0s | 45s | 1m 30s | 1h 2m | 1d 12h | 1y 1m",
-      "0 seconds | 45 seconds | 1 minute, 30 seconds | 1 hour, 2 minutes | 36 hours | 9,600 hours",
-      "0m | 0m | 1m | 62m | 2,160m | 576,000m",
-      "0:00:00 | 0:00:45 | 0:01:30 | 1:02:05 | 36:00:00 | 9600:00:00",
-      "0s | 45s | 90s | 3,725s | 129,600s | 34,560,000s",
-      "0s | 45s | 1m 30s | 1h 2m | 36h | 9,600h",
-      "0s | 45s | 1m 30s | 1h 2m 5s | 1d 12h | 1y 1m 4d",
-      "0 seconds | 45 seconds | 90 seconds | 3,725 seconds | 129,600 seconds | 34,560,000 seconds",
-      }},
+     englishDurations},
     {"en_GB",
      "29/02/2024 | 29 Feb 2024 | 29 February 2024 | Thursday, 29 February 2024",
      "13:05 | 13:05:09 | 13:05:09 UTC | 13:05:09 Coordinated Universal Time",
@@ -75,16 +81,7 @@ const LocaleTexts localeTexts[] = {
       "29 February 2024 | 3\u201329 February 2024 | 29 February\u2009\u2013\u20095 March 2024 | 30 December 2024\u2009\u2013\u20092 January 2025",
       "Thursday, 29 February 2024 | Saturday, 3\u2009\u2013\u2009Thursday, 29 February 2024 | Thursday, 29 February\u2009\u2013\u2009Tuesday, 5 March 2024 | Monday, 30 December 2024\u2009\u2013\u2009Thursday, 2 January 2025",
       },
-     {"0h | 0h | 0h | 1h | 36h | 9,600h",
-      "0s | 45s | 1m 30s | 1h 2m | 1d 12h | 1y 1m",
-      "0 seconds | 45 seconds | 1 minute, 30 seconds | 1 hour, 2 minutes | 36 hours | 9,600 hours",
-      "0m | 0m | 1m | 62m | 2,160m | 576,000m",
-      "0:00:00 | 0:00:45 | 0:01:30 | 1:02:05 | 36:00:00 | 9600:00:00",
-      "0s | 45s | 90s | 3,725s | 129,600s | 34,560,000s",
-      "0s | 45s | 1m 30s | 1h 2m | 36h | 9,600h",
-      "0s | 45s | 1m 30s | 1h 2m 5s | 1d 12h | 1y 1m 4d",
-      "0 seconds | 45 seconds | 90 seconds | 3,725 seconds | 129,600 seconds | 34,560,000 seconds",
-      }},
+     englishDurations},
     {"de_DE",
      "29.02.24 | 29.02.2024 | 29. Februar 2024 | Donnerstag, 29. Februar 2024",
      "13:05 | 13:05:09 | 13:05:09 UTC | 13:05:09 Koordinierte Weltzeit",
@@ -169,7 +166,7 @@ std::string joined(const std::vector<std::string>& texts) {
 template <class Format>
 std::string every(const auto& cases, Format format) {
   std::vector<std::string> texts;
-  for (const auto value : cases) {
+  for (const auto& value : cases) {
     const KeelResult<std::string> text = format(value);
     texts.push_back(text ? text.value() : "<" + text.error().innermost().message() + ">");
   }
