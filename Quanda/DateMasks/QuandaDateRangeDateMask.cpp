@@ -32,6 +32,21 @@ std::optional<std::uint32_t> QuandaDateRangeDateMask::findLatest(bool matching, 
   return low > first ? std::optional(low - 1) : std::nullopt;
 }
 
+std::uint64_t QuandaDateRangeDateMask::answerWord(const quanda_detail::DayBlock& block,
+                                                  std::uint64_t) const {
+  return quanda_detail::daysInInterval(block.start(), dateRangeInc_.trueMin().daysSinceDatum(),
+                                       dateRangeInc_.trueMax().daysSinceDatum());
+}
+
+quanda_detail::AnswerRun QuandaDateRangeDateMask::answerRun(std::uint32_t day,
+                                                            QuandaDayOfGregorianWeek) const {
+  const std::uint32_t low = dateRangeInc_.trueMin().daysSinceDatum();
+  const std::uint32_t high = dateRangeInc_.trueMax().daysSinceDatum();
+  if (day < low) return {0, low - 1, 1};
+  if (day <= high) return {low, high, 1};
+  return {high + 1, QuandaAbstractDate::validDaysSinceDatumRange.max(), 1};
+}
+
 void nlohmann::adl_serializer<QuandaDateRangeDateMask>::to_json(
     nlohmann::json& json, const QuandaDateRangeDateMask& mask) {
   json = {

@@ -29,6 +29,10 @@ class QuandaDateRangeDateMask final : public QuandaDateMaskBase<QuandaDateRangeD
     return dateRangeInc_.contains(date, KeelBoundsEligibility::inclusiveMinInclusiveMax);
   }
 
+  std::uint64_t answerWord(const quanda_detail::DayBlock& block, std::uint64_t) const override;
+  // One answer before the range, inside it and after it.
+  quanda_detail::AnswerRun answerRun(std::uint32_t day, QuandaDayOfGregorianWeek) const override;
+
  protected:
   std::optional<std::uint32_t> findEarliest(bool matching, std::uint32_t first, std::uint32_t last,
                                             QuandaDayOfGregorianWeek) const override;

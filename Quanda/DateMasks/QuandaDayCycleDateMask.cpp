@@ -57,6 +57,24 @@ std::optional<std::uint32_t> QuandaDayCycleDateMask::findLatest(bool matching, s
   return below;
 }
 
+std::uint64_t QuandaDayCycleDateMask::answerWord(const quanda_detail::DayBlock& block,
+                                                 std::uint64_t) const {
+  const std::uint32_t start = block.start();
+  if (start >= residue_) return days_.window((start - residue_) % days_.length());
+  // The days below the residue read entry 0.
+  const std::uint32_t below = residue_ - start;
+  const std::uint64_t entryZero = days_[0] ? ~std::uint64_t{0} : 0;
+  if (below >= quanda_detail::DayBlock::size) return entryZero;
+  return (entryZero & ((std::uint64_t{1} << below) - 1)) | days_.window(0) << below;
+}
+
+quanda_detail::AnswerRun QuandaDayCycleDateMask::answerRun(std::uint32_t day,
+                                                           QuandaDayOfGregorianWeek) const {
+  if (day < residue_) return {0, residue_ - 1, 1};
+  return {residue_, QuandaAbstractDate::validDaysSinceDatumRange.max(),
+          quanda_detail::periodWithin(days_.length())};
+}
+
 void nlohmann::adl_serializer<QuandaDayCycleDateMask>::to_json(nlohmann::json& json,
                                                                const QuandaDayCycleDateMask& mask) {
   json = {{"anchorDaysSinceDatum", mask.anchorDaysSinceDatum()}, {"days", mask.days()}};

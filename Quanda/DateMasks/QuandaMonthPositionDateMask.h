@@ -100,10 +100,10 @@ class QuandaMonthPositionDateMask final
           positions.lowBits(), Rule::blockLength, Rule::fromEnd, length);
     }
     this->setMonthDaySets(
-        quanda_detail::MonthDaySets::make([&](std::uint32_t length, std::uint32_t weekdayOfFirst) {
-          std::uint32_t days = daysByLength[length - 28];
+        quanda_detail::MonthDaySets::make([&](const quanda_detail::MonthShape& shape) {
+          std::uint32_t days = daysByLength[shape.length - 28];
           if constexpr (Rule::withWeekdays) {
-            days &= quanda_detail::daysOnWeekdays(daysOfWeek.bits(), weekdayOfFirst);
+            days &= quanda_detail::daysOnWeekdays(daysOfWeek.bits(), shape.weekdayOfFirst);
           }
           return days;
         }));

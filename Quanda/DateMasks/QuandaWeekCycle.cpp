@@ -14,6 +14,14 @@ QuandaWeekCycle::QuandaWeekCycle(QuandaAbstractDate anchorDate, const std::vecto
   }
 }
 
+std::array<std::uint32_t, 7> QuandaWeekCycle::firstDaysWithEntry() const noexcept {
+  std::array<std::uint32_t, 7> starts{};
+  for (QuandaDayOfGregorianWeek day : allCases<QuandaDayOfGregorianWeek>) {
+    starts[ordinal(day)] = firstDayWithEntry(day);
+  }
+  return starts;
+}
+
 std::optional<std::uint32_t> QuandaWeekCycle::earliestDayWithEntry(
     bool entry, std::uint32_t first, std::uint32_t last,
     QuandaDayOfGregorianWeek firstDayOfWeek) const {

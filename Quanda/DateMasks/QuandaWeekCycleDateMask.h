@@ -29,7 +29,9 @@ class QuandaWeekCycleDateMask final : public QuandaDateMaskBase<QuandaWeekCycleD
 
   // An empty `weeks`, or more entries than 32 bits count, is a programming error.
   QuandaWeekCycleDateMask(QuandaAbstractDate anchorDate, const std::vector<bool>& weeks)
-      : cycle_(anchorDate, weeks) {}
+      : cycle_(anchorDate, weeks) {
+    setDomainStarts(cycle_.firstDaysWithEntry());
+  }
 
   QuandaAbstractDate anchorDate() const noexcept { return cycle_.anchorDate(); }
   std::uint32_t weekCycleLength() const noexcept { return cycle_.length(); }
@@ -38,6 +40,14 @@ class QuandaWeekCycleDateMask final : public QuandaDateMaskBase<QuandaWeekCycleD
 
   bool matches(QuandaAbstractDate date, QuandaDayOfGregorianWeek firstDayOfWeek) const override {
     return cycle_.entryOf(date.daysSinceDatum(), firstDayOfWeek);
+  }
+
+  std::uint64_t answerWord(const quanda_detail::DayBlock& block, std::uint64_t) const override {
+    return cycle_.daysWithEntry(block);
+  }
+  quanda_detail::AnswerRun answerRun(std::uint32_t day,
+                                     QuandaDayOfGregorianWeek firstDayOfWeek) const override {
+    return cycle_.answerRun(day, firstDayOfWeek);
   }
 
  protected:
