@@ -20,6 +20,14 @@ class QuandaCyclePattern {
   explicit QuandaCyclePattern(const std::vector<bool>& entries);
 
   std::uint32_t length() const noexcept { return length_; }
+  // count mod length, by two multiplications with a reciprocal made once rather than a division
+  // (the cycles take a remainder for every test and every word). Requires a length above 0.
+  std::uint32_t remainder(std::uint32_t count) const noexcept {
+    const std::uint64_t fraction = reciprocal_ * count;  // count / length, in 64 fraction bits
+    const std::uint64_t low = (fraction & 0xFFFFFFFFU) * length_;
+    const std::uint64_t high = (fraction >> 32) * length_;
+    return static_cast<std::uint32_t>((high + (low >> 32)) >> 32);
+  }
   bool operator[](std::uint32_t index) const noexcept {
     return (words_[index >> 6] >> (index & 63U)) & 1U;
   }
@@ -56,6 +64,7 @@ class QuandaCyclePattern {
   // The entries, then the pattern again over 64 more entries (entry i at bit i for i < length +
   // 64, reading entry i mod length), then zeros.
   std::vector<std::uint64_t> words_;
+  std::uint64_t reciprocal_ = 0;  // 2^64 / length rounded up (wrapping to 0 for length 1)
   std::uint32_t length_ = 0;
   std::uint32_t trueCount_ = 0;
 };

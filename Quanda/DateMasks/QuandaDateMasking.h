@@ -133,6 +133,10 @@ class QuandaDateMasking {
   // outside the domain and are never tested. The default reads a month-local mask's day sets and
   // tests any other mask day by day.
   virtual std::uint64_t answerWord(const quanda_detail::DayBlock& block, std::uint64_t care) const;
+  // A rough cost of answerWord: 1 for a month-local mask or a range (a few loads), 2 for a cycle
+  // (a remainder too), the sum of the parts for a combination that is not month-local, 64 for a
+  // mask tested day by day. The combinations read their cheapest parts first.
+  virtual std::uint32_t answerWordCost() const { return isMonthLocal_ ? 1 : 64; }
   // The longest run of days around `day` over which the answers repeat with one period (see
   // QuandaDayBlock.h). The default: a month-local mask's period over the whole range, and no
   // known period for any other mask.

@@ -30,6 +30,7 @@ class QuandaDateRangeDateMask final : public QuandaDateMaskBase<QuandaDateRangeD
   }
 
   std::uint64_t answerWord(const quanda_detail::DayBlock& block, std::uint64_t) const override;
+  std::uint32_t answerWordCost() const override { return 1; }
   // One answer before the range, inside it and after it.
   quanda_detail::AnswerRun answerRun(std::uint32_t day, QuandaDayOfGregorianWeek) const override;
 

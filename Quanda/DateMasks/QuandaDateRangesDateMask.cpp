@@ -78,6 +78,9 @@ std::optional<std::uint32_t> QuandaDateRangesDateMask::findLatest(bool matching,
 std::uint64_t QuandaDateRangesDateMask::answerWord(const quanda_detail::DayBlock& block,
                                                    std::uint64_t) const {
   const std::uint32_t start = block.start();
+  if (merged_->empty() || merged_->back().second < start || merged_->front().first > start + 63) {
+    return 0;
+  }
   std::uint64_t days = 0;
   for (std::size_t index = firstEndingFrom(start);
        index < merged_->size() && (*merged_)[index].first <= start + 63; ++index) {

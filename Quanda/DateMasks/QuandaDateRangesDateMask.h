@@ -42,6 +42,7 @@ class QuandaDateRangesDateMask final : public QuandaDateMaskBase<QuandaDateRange
   }
 
   std::uint64_t answerWord(const quanda_detail::DayBlock& block, std::uint64_t) const override;
+  std::uint32_t answerWordCost() const override { return 1; }
   // One answer inside each merged range and between two of them.
   quanda_detail::AnswerRun answerRun(std::uint32_t day, QuandaDayOfGregorianWeek) const override;
 

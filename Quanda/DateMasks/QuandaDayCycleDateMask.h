@@ -42,7 +42,7 @@ class QuandaDayCycleDateMask final : public QuandaDateMaskBase<QuandaDayCycleDat
 
   // The date's entry in the pattern: 0 below the anchor's residue, else (t - residue) mod n.
   std::uint32_t indexOf(std::uint32_t daysSinceDatum) const noexcept {
-    return daysSinceDatum < residue_ ? 0 : (daysSinceDatum - residue_) % days_.length();
+    return daysSinceDatum < residue_ ? 0 : days_.remainder(daysSinceDatum - residue_);
   }
 
   bool matches(QuandaAbstractDate date, QuandaDayOfGregorianWeek) const override {
@@ -50,6 +50,7 @@ class QuandaDayCycleDateMask final : public QuandaDateMaskBase<QuandaDayCycleDat
   }
 
   std::uint64_t answerWord(const quanda_detail::DayBlock& block, std::uint64_t) const override;
+  std::uint32_t answerWordCost() const override { return 2; }
   // Entry 0 below the residue, then the pattern's period.
   quanda_detail::AnswerRun answerRun(std::uint32_t day, QuandaDayOfGregorianWeek) const override;
 

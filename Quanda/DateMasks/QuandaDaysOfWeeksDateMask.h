@@ -48,6 +48,7 @@ class QuandaDaysOfWeeksDateMask final : public QuandaDateMaskBase<QuandaDaysOfWe
   std::uint64_t answerWord(const quanda_detail::DayBlock& block, std::uint64_t) const override {
     return cycle_.daysWithEntry(block) & block.weekdays(daysOfWeek_.bits());
   }
+  std::uint32_t answerWordCost() const override { return 2; }
   quanda_detail::AnswerRun answerRun(std::uint32_t day,
                                      QuandaDayOfGregorianWeek firstDayOfWeek) const override {
     return cycle_.answerRun(day, firstDayOfWeek);

@@ -36,7 +36,16 @@ QuandaJunctionDateMask<junction>::QuandaJunctionDateMask(Masks masks) : masks_(s
     }
   }
   this->setDomainStarts(domainStarts);
-  if (otherParts_.empty()) this->setMonthDaySets(monthLocalPart_);
+  if (otherParts_.empty()) {
+    this->setMonthDaySets(monthLocalPart_);
+    return;
+  }
+  std::stable_sort(otherParts_.begin(), otherParts_.end(),
+                   [](const QuandaDateMasking* lhs, const QuandaDateMasking* rhs) {
+                     return lhs->answerWordCost() < rhs->answerWordCost();
+                   });
+  answerWordCost_ = hasMonthLocalPart_ ? 1 : 0;
+  for (const QuandaDateMasking* part : otherParts_) answerWordCost_ += part->answerWordCost();
 }
 
 // A day stays undecided while every mask read so far gives it the answer that does not settle the

@@ -65,6 +65,7 @@ class QuandaJunctionDateMask final : public QuandaDateMaskBase<QuandaJunctionDat
   }
 
   std::uint64_t answerWord(const quanda_detail::DayBlock& block, std::uint64_t care) const override;
+  std::uint32_t answerWordCost() const override { return answerWordCost_; }
   // The intersection of the masks' runs, with the least common multiple of their periods.
   quanda_detail::AnswerRun answerRun(std::uint32_t day,
                                      QuandaDayOfGregorianWeek firstDayOfWeek) const override;
@@ -87,10 +88,11 @@ class QuandaJunctionDateMask final : public QuandaDateMaskBase<QuandaJunctionDat
  private:
   std::vector<std::shared_ptr<const QuandaDateMasking>> masks_;
   // The masks as the word-parallel reading takes them, when the combination is not month-local:
-  // the month-local ones merged into one set of days (if any), then the others in order.
+  // the month-local ones merged into one set of days (if any), then the others, cheapest first.
   quanda_detail::MonthDaySets monthLocalPart_;
   bool hasMonthLocalPart_ = false;
-  std::vector<const QuandaDateMasking*> otherParts_;
+  std::vector<const QuandaDateMasking*> otherParts_;  // cheapest first
+  std::uint32_t answerWordCost_ = 1;
 };
 
 using QuandaAllOfDateMask = QuandaJunctionDateMask<QuandaJunction::allOf>;

@@ -36,6 +36,9 @@ class QuandaNotDateMask final : public QuandaDateMaskBase<QuandaNotDateMask> {
     if (monthDaySets() != nullptr) return QuandaDateMasking::answerWord(block, care);
     return ~mask_->answerWord(block, care);
   }
+  std::uint32_t answerWordCost() const override {
+    return monthDaySets() != nullptr ? 1 : mask_->answerWordCost();
+  }
   quanda_detail::AnswerRun answerRun(std::uint32_t day,
                                      QuandaDayOfGregorianWeek firstDayOfWeek) const override {
     return mask_->answerRun(day, firstDayOfWeek);

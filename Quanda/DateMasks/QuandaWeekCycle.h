@@ -58,7 +58,7 @@ class QuandaWeekCycle {
     const std::uint32_t week = (daysSinceDatum + shift(firstDayOfWeek)) / 7U;
     const std::uint32_t r = residue(firstDayOfWeek);
     KEEL_PRECONDITION(week >= r, quanda_detail::dateBeforeDomainMessage);
-    return weeks_[(week - r) % weeks_.length()];
+    return weeks_[weeks_.remainder(week - r)];
   }
 
   // The days of a block whose week's entry is true; days before the first day with an entry read
@@ -66,7 +66,7 @@ class QuandaWeekCycle {
   std::uint64_t daysWithEntry(const quanda_detail::DayBlock& block) const noexcept {
     const std::uint32_t r = residue(block.firstDayOfWeek());
     const std::uint32_t week = block.week();
-    return block.daysOfWeeks(weeks_.window(week >= r ? (week - r) % weeks_.length() : 0));
+    return block.daysOfWeeks(weeks_.window(week >= r ? weeks_.remainder(week - r) : 0));
   }
   // The run of the masks: nothing before the first day with an entry, the pattern's period of
   // 7 * length days from it on.

@@ -45,6 +45,7 @@ class QuandaWeekCycleDateMask final : public QuandaDateMaskBase<QuandaWeekCycleD
   std::uint64_t answerWord(const quanda_detail::DayBlock& block, std::uint64_t) const override {
     return cycle_.daysWithEntry(block);
   }
+  std::uint32_t answerWordCost() const override { return 2; }
   quanda_detail::AnswerRun answerRun(std::uint32_t day,
                                      QuandaDayOfGregorianWeek firstDayOfWeek) const override {
     return cycle_.answerRun(day, firstDayOfWeek);
