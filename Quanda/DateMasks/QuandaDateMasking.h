@@ -84,6 +84,8 @@ class QuandaDateMasking {
   }
 
   // ---- Occurrences ---------------------------------------------------------------------------
+  //
+  // Every occurrence reported lies in the domain; the dates given need not.
 
   // The first matching date strictly after `after`, or nothing up to 9999-12-31.
   std::optional<QuandaAbstractDate> nextMatch(QuandaAbstractDate after,

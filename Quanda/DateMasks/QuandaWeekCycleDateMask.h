@@ -4,7 +4,7 @@
 // Every day of a week whose entry is true matches. Weeks begin on the preferred first day of the
 // week passed to each call, so the answer can change with it. Entry 0 is the anchor's week; see
 // QuandaWeekCycle for the counting, and for the first weeks after 0001-01-01 where testing a date
-// is a programming error.
+// is a programming error: the mask's domain starts after them.
 //
 // The cycle length is the number of entries, not archived but derived again; an empty pattern is
 // a programming error of the constructor and a decoding error of the archive.
