@@ -49,8 +49,7 @@ inline constexpr KeelDomain<std::uint16_t> countDomain{365, 366};
 // callers validate it first against MonthsIn::Gregorian::Year::validOneBasedDomain.
 constexpr std::uint8_t oneBasedMonth(std::uint8_t month, std::uint16_t inYear) {
   KEEL_PRECONDITION(month >= 1 && month <= 12, "month outside 1...12");
-  const bool leapYear = inYear % 400 == 0 || (inYear % 4 == 0 && inYear % 100 != 0);
-  return (leapYear ? Month::leap : Month::nonLeap)[month - 1];
+  return (isLeapYear(inYear) ? Month::leap : Month::nonLeap)[month - 1];
 }
 }  // namespace DaysIn::Gregorian
 

@@ -2,6 +2,7 @@
 // as a crash with the input that caused it.
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <string_view>
@@ -10,6 +11,8 @@
 #include "Quanda/Abstract/QuandaAbstractDate.h"
 
 namespace fuzz {
+
+inline void requireValuesJustOutsideWork(QuandaAbstractDate date);
 
 inline void require(bool condition, const char* what) {
   if (!condition) {
@@ -28,6 +31,33 @@ inline void requireCanonicalRoundTrips(QuandaAbstractDate date) {
   require(numeric && numeric.value() == date, "numeric form does not round-trip");
   require(QuandaAbstractDate::makeFromDaysSinceDatum(date.daysSinceDatum()) == date,
           "day count does not round-trip");
+  requireValuesJustOutsideWork(date);
+}
+
+// Day 0 (replacing) and year 0 (addingMonths back from year 1) are reachable from any date; they
+// keep their fields, text and order, and day 0 counts as the last day of the month before.
+inline void requireValuesJustOutsideWork(QuandaAbstractDate date) {
+  const QuandaAbstractDate first = date.beginningOfMonth();
+  const QuandaAbstractDate dayZero = date.replacing({.day = 0});
+  require(dayZero.day() == 0 && dayZero.month() == date.month() && dayZero.year() == date.year(),
+          "day 0 lost a field");
+  require(
+      dayZero.serializeToIso8601String() == first.serializeToIso8601String().substr(0, 8) + "00",
+      "day 0 text");
+  require(dayZero < first && dayZero.nextDay() == first, "day 0 is not just before the 1st");
+  if (first != QuandaAbstractDate::zero) {
+    require(dayZero.daysSinceDatum() + 1 == first.daysSinceDatum(), "day 0 counts wrongly");
+    require(dayZero.previousDay() == first.previousDay().previousDay(), "day before day 0");
+  }
+
+  const std::int32_t monthsBack = std::int32_t{date.year()} * 12;
+  const QuandaAbstractDate yearZero = date.addingMonths(-monthsBack);
+  require(yearZero.year() == 0 && yearZero.month() == date.month(), "year 0 lost a field");
+  // The day is limited by the month's length in the year before the addition, so it stays.
+  require(yearZero.day() == date.day(), "year 0 day");
+  require(yearZero < QuandaAbstractDate::zero, "year 0 does not order first");
+  require(yearZero.serializeToIso8601String().starts_with("0000-"), "year 0 text");
+  require(yearZero.addingMonths(monthsBack) == date, "year 0 does not step back");
 }
 
 // A failure names the operation and the text, and its chain ends in a first fault with a message.

@@ -16,6 +16,16 @@
 // with their arguments; the counting factories clamp into the valid range instead of failing.
 // Two month and year operations keep deliberate quirks, documented where they are declared.
 //
+// Two operations can step just outside the valid dates, deliberately: addingMonths back from
+// January of year 1 reaches December of year 0, and replacing with a day override of 0 keeps
+// day 0 (which stands for the last day of the month before). Such a value keeps working fields,
+// text, equality, ordering, month lengths (year 0 is a leap year) and the field-wise steps
+// (nextDay, previousDay, beginningOfMonth, endOfMonth, addingMonths, addingYears, replacing).
+// What its result type cannot hold stops the process, as unsigned arithmetic would: the day count
+// of any date in year 0 and of 0001-01-00 (they lie before the datum), and with it everything
+// counted on it (dayOfWeek, week numbers, cycles, addingDays, asDouble, the date-times' seconds
+// since the datum and their order); and the week of the month of day 0 (day - 1 underflows).
+//
 // The value is 4 bytes (day, month, year), trivially copyable, ordered as the calendar is, and
 // archived in JSON as its packed yyyymmdd number (20240305).
 #pragma once
@@ -142,7 +152,8 @@ class QuandaAbstractDate {
 
   // ---- Counting ------------------------------------------------------------------------------
 
-  // Days from 0001-01-01 (day 0) to this date.
+  // Days from 0001-01-01 (day 0) to this date. A date in year 0, or 0001-01-00, lies before the
+  // datum: its count does not fit and asking for it is a programming error.
   constexpr std::uint32_t daysSinceDatum() const noexcept;
   // The day count of 1 January of a year (year 0 counts as year 1).
   static constexpr std::uint32_t daysFromDatumUntilBeginningOf(std::uint16_t year) noexcept;
@@ -169,8 +180,12 @@ class QuandaAbstractDate {
   constexpr std::uint8_t daysInMonth() const noexcept {
     return Quanda::DaysIn::Gregorian::oneBasedMonth(month_, year_);
   }
-  // Seven-day blocks from the 1st (days 1-7 are week 0) and from the last day of the month.
-  constexpr std::uint8_t weekOfMonthZeroBased() const noexcept { return (day_ - 1) / 7; }
+  // Seven-day blocks from the 1st (days 1-7 are week 0) and from the last day of the month. Day 0
+  // has no block from the 1st: asking for it is a programming error.
+  constexpr std::uint8_t weekOfMonthZeroBased() const noexcept {
+    KEEL_PRECONDITION(day_ >= 1, "week of the month of day 0");
+    return (day_ - 1) / 7;
+  }
   constexpr std::uint8_t weekOfMonthOneBased() const noexcept { return weekOfMonthZeroBased() + 1; }
   constexpr std::uint8_t weekFromEndOfMonthZeroBased() const noexcept {
     return (daysInMonth() - day_) / 7;
@@ -227,10 +242,11 @@ class QuandaAbstractDate {
 
   // The calendar date `days` days away; leaving 0001-01-01...9999-12-31 is a programming error.
   constexpr QuandaAbstractDate addingDays(std::int32_t days) const;
-  // Month arithmetic with the day limited to the new month's length. Deliberate quirk: that length
+  // Month arithmetic with the day limited to the new month's length. Deliberate quirks: that length
   // is taken with the leap status of the year the date had BEFORE the addition, so 2024-01-31 plus
-  // 13 months is 2025-02-29. Years past 9999 are kept as computed; a year outside 1...65535 is a
-  // programming error.
+  // 13 months is 2025-02-29; and the year is unsigned, not limited to the valid years, so stepping
+  // back from January of year 1 reaches December of year 0 and years past 9999 are kept as
+  // computed. Only a year outside 0...65535 is a programming error.
   constexpr QuandaAbstractDate addingMonths(std::int32_t months) const;
   // The year moves by `years` (the sum must fit 16 signed bits) and is raised to at least 1; the
   // day is limited to the month's length in the new year (2024-02-29 plus one year is 2025-02-28).
@@ -240,7 +256,8 @@ class QuandaAbstractDate {
   constexpr QuandaAbstractDate adding(const Amounts& amounts) const;
 
   // Year overrides are clamped into 1...9999, month overrides into 1...12; the day (override or
-  // current) is then limited to 1...the length of the resulting month.
+  // current) is then limited to the length of the resulting month, with no lower limit: a day
+  // override of 0 stays 0 (see above).
   constexpr QuandaAbstractDate replacing(const Replacement& replacement) const noexcept;
 
   // ---- Days as date-time ranges --------------------------------------------------------------
@@ -332,8 +349,10 @@ inline constexpr std::uint32_t marchBasedDaysBeforeDatum = 306;
 }
 
 constexpr std::uint32_t QuandaAbstractDate::daysSinceDatum() const noexcept {
+  KEEL_PRECONDITION(orderKey() > QuandaAbstractDate(1, 1, 0).orderKey(),
+                    "day count of a date before 0001-01-01");
   const std::uint32_t januaryOrFebruary = month_ < 3;
-  const std::uint32_t year = std::uint32_t{year_} - januaryOrFebruary;  // year_ >= 1
+  const std::uint32_t year = std::uint32_t{year_} - januaryOrFebruary;  // year_ >= 1 checked
   const std::uint32_t month = month_ + 12 * januaryOrFebruary;          // 3 ... 14
   const std::uint32_t century = year / 100;
   const std::uint32_t yearDays = 1461 * year / 4 - century + century / 4;
@@ -440,12 +459,14 @@ constexpr QuandaAbstractDate QuandaAbstractDate::nextDay() const {
 
 constexpr QuandaAbstractDate QuandaAbstractDate::previousDay() const {
   if (day_ > 1) return QuandaAbstractDate(year_, month_, day_ - 1);
-  if (month_ > 1) {
-    return QuandaAbstractDate(year_, month_ - 1,
-                              Quanda::DaysIn::Gregorian::oneBasedMonth(month_ - 1, year_));
+  // Day 1 steps to the last day of the month before; day 0, which stands for that day, one further.
+  QuandaAbstractDate monthBefore(year_, month_ - 1, 0);
+  if (month_ == 1) {
+    KEEL_PRECONDITION(year_ > validYearRange.min(), "day before 0001-01-01");
+    monthBefore = QuandaAbstractDate(year_ - 1, 12, 0);
   }
-  KEEL_PRECONDITION(year_ > validYearRange.min(), "day before 0001-01-01");
-  return QuandaAbstractDate(year_ - 1, 12, 31);
+  monthBefore.day_ = monthBefore.daysInMonth() - (day_ == 0);
+  return monthBefore;
 }
 
 constexpr QuandaAbstractDate QuandaAbstractDate::firstDayOfWeek(
@@ -471,7 +492,7 @@ constexpr QuandaAbstractDate QuandaAbstractDate::addingMonths(std::int32_t month
   const std::int64_t total = std::int64_t{year_} * 12 + (month_ - 1) + months;
   const std::int64_t year = total >= 0 ? total / 12 : -((-total + 11) / 12);
   const std::int64_t month = total - year * 12 + 1;
-  KEEL_PRECONDITION(year >= 1 && year <= 65535, "adding months leaves the representable years");
+  KEEL_PRECONDITION(year >= 0 && year <= 65535, "adding months leaves the representable years");
   const std::uint8_t limit =
       Quanda::DaysIn::Gregorian::oneBasedMonth(static_cast<std::uint8_t>(month), year_);
   return QuandaAbstractDate(static_cast<std::uint16_t>(year), static_cast<std::uint8_t>(month),
@@ -502,7 +523,7 @@ constexpr QuandaAbstractDate QuandaAbstractDate::replacing(
       replacement.month.isSet() ? validMonthRange.clamp(*replacement.month.value()) : month_;
   const std::uint8_t day = replacement.day.resolve(day_);
   const std::uint8_t limit = Quanda::DaysIn::Gregorian::oneBasedMonth(month, year);
-  return QuandaAbstractDate(year, month, day < 1 ? 1 : (day > limit ? limit : day));
+  return QuandaAbstractDate(year, month, day < limit ? day : limit);
 }
 
 std::ostream& operator<<(std::ostream& stream, QuandaAbstractDate date);

@@ -6,8 +6,8 @@
 // writes the RFC 3339 date-time without a zone ("2024-02-29T23:59:59") and a packed 14-digit
 // number (20240229235959), and its clock arithmetic carries into the date.
 //
-//   auto dateTime = QuandaAbstractNaturalDateTime::makeFromRfc3339String("2024-12-31T23:30:00")
-//                       .value();
+//   auto dateTime =
+//       QuandaAbstractNaturalDateTime::makeFromRfc3339String("2024-12-31T23:30:00").value();
 //   dateTime.addingHours(1);                 // 2025-01-01T00:30:00
 //   dateTime.next(eight, false);             // 2025-01-01T08:00:00 for eight = 08:00:00
 //   dateTime.serializedToRfc3339String();    // "2024-12-31T23:30:00"
@@ -83,7 +83,10 @@ class QuandaAbstractNaturalDateTime
   static const QuandaAbstractNaturalDateTime minInc;  // 0001-01-01T00:00:00
   static const QuandaAbstractNaturalDateTime maxInc;  // 9999-12-31T23:59:59
   // secondsSinceDatum() of maxInc.
-  static constexpr std::uint64_t maxSecondsSinceDatum = 3652059ULL * 86400 - 1;
+  static constexpr std::uint64_t maxSecondsSinceDatum =
+      (QuandaAbstractDate::validDaysSinceDatumRange.max() + 1ULL) *
+          Quanda::SecondsIn::Gregorian::Day::count -
+      1;
 
   // ---- Making date-times ----------------------------------------------------------------------
 

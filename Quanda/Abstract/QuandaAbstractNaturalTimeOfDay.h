@@ -138,7 +138,8 @@ class QuandaAbstractNaturalTimeOfDay
 
   // hour * 3600 + minute * 60 + second.
   constexpr std::uint32_t secondsSinceDayBegan() const noexcept {
-    return std::uint32_t{hour()} * 3600 + std::uint32_t{minute()} * 60 + second();
+    return hour() * std::uint32_t{Quanda::SecondsIn::Gregorian::Hour::count} +
+           minute() * std::uint32_t{Quanda::SecondsIn::Gregorian::Minute::count} + second();
   }
   // hour * 60 + minute; the seconds are dropped.
   constexpr std::uint16_t minutesSinceDayBegan() const noexcept {
@@ -225,9 +226,11 @@ QuandaAbstractNaturalTimeOfDay::makeFromSecondsSinceDayBegan(
     std::uint32_t secondsSinceDayBegan) noexcept {
   const std::uint32_t seconds =
       Quanda::SecondsIn::Gregorian::Day::validZeroBasedDomain.clamp(secondsSinceDayBegan);
-  return QuandaAbstractNaturalTimeOfDay(static_cast<std::uint8_t>(seconds / 3600),
-                                        static_cast<std::uint8_t>(seconds % 3600 / 60),
-                                        static_cast<std::uint8_t>(seconds % 60));
+  using namespace Quanda::SecondsIn::Gregorian;
+  return QuandaAbstractNaturalTimeOfDay(
+      static_cast<std::uint8_t>(seconds / Hour::count),
+      static_cast<std::uint8_t>(seconds % Hour::count / Minute::count),
+      static_cast<std::uint8_t>(seconds % Minute::count));
 }
 
 constexpr QuandaAbstractNaturalTimeOfDay

@@ -9,8 +9,8 @@
 // stored as given; only the text cuts them to six fraction digits, in the process's default
 // locale (a German locale writes a decimal comma).
 //
-//   auto dateTime = QuandaAbstractRealDateTime::makeFromRfc3339String("2024-03-05T07:08:09.25")
-//                       .value();
+//   auto dateTime =
+//       QuandaAbstractRealDateTime::makeFromRfc3339String("2024-03-05T07:08:09.25").value();
 //   dateTime.serializedToRfc3339String();   // "2024-03-05T07:08:09.250000"
 //   dateTime.addingSeconds(-0.5);           // 2024-03-05T07:08:08.750000
 //   dateTime.makeNatural();                 // 2024-03-05T07:08:09 (nearest second)
@@ -195,16 +195,23 @@ class QuandaAbstractRealDateTime
   }
 
   // The other operators (+ and - with a QuandaRealTimeSpan or a
-  // QuandaAbstractRelativeRealTimeOfDay, the difference of two date-times as a
-  // QuandaRealTimeSpan, ==) come with the core.
+  // QuandaAbstractRelativeRealTimeOfDay, the difference of two date-times as a QuandaRealTimeSpan
+  // of the difference of their secondsSinceDatum(), ==) come with the core.
 
-  // The order of the instants: by date, then by the times' seconds since midnight as doubles. This
-  // is the order of secondsSinceDatum() without the rounding that the sum would add; like the
-  // time of day's, it is partial (two unequal times can order as equivalent).
-  friend constexpr std::partial_ordering operator<=>(QuandaAbstractRealDateTime lhs,
-                                                     QuandaAbstractRealDateTime rhs) noexcept {
-    if (lhs.date() != rhs.date()) return lhs.date() <=> rhs.date();
-    return lhs.secondsSinceMidnight() <=> rhs.secondsSinceMidnight();
+  // The order of secondsSinceDatum() as doubles. That sum rounds to the double's precision (some
+  // microseconds in our era), so date-times whose seconds differ by less order as equivalent
+  // although == (exact, field by field) tells them apart: 2024-03-05T10:00:00.000001 and
+  // 2024-03-05T10:00:00.0 are equivalent and unequal. The order is therefore weak: do not key an
+  // ordered container (std::set, std::map) by real date-times, or two distinct values collide;
+  // use std::unordered_set, or the natural kind. A date in year 0 has no day count, so ordering a
+  // date-time in it is a programming error (see QuandaAbstractDate::daysSinceDatum).
+  friend constexpr std::weak_ordering operator<=>(QuandaAbstractRealDateTime lhs,
+                                                  QuandaAbstractRealDateTime rhs) noexcept {
+    const double left = lhs.secondsSinceDatum();
+    const double right = rhs.secondsSinceDatum();
+    if (left < right) return std::weak_ordering::less;
+    if (right < left) return std::weak_ordering::greater;
+    return std::weak_ordering::equivalent;
   }
 };
 

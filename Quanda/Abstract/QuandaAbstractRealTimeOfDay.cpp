@@ -31,13 +31,16 @@ QuandaAbstractRealTimeOfDay QuandaAbstractRealTimeOfDay::makeFromSecondsSinceDay
       Quanda::SecondsIn::Gregorian::Day::validSecondsWithSubSecondsDomainInc.clamp(
           secondsSinceDayBegan) +
       0.0;
-  const double hour = exactFloorQuotient(seconds, 3600.0);
+  constexpr double secondsInHour = Quanda::SecondsIn::Gregorian::Hour::count;
+  constexpr double secondsInMinute = Quanda::SecondsIn::Gregorian::Minute::count;
+  const double hour = exactFloorQuotient(seconds, secondsInHour);
   KEEL_PRECONDITION(hour > -1.0 && hour < 256.0, "hour of a real time of day is not finite");
-  const double withinHour = seconds - hour * 3600.0;
-  const double minute = exactFloorQuotient(withinHour, 60.0);
+  const double withinHour = seconds - hour * secondsInHour;
+  const double minute = exactFloorQuotient(withinHour, secondsInMinute);
   KEEL_PRECONDITION(minute > -1.0 && minute < 256.0, "minute of a real time of day is not finite");
   return QuandaAbstractRealTimeOfDay(static_cast<std::uint8_t>(hour),
-                                     static_cast<std::uint8_t>(minute), withinHour - minute * 60.0);
+                                     static_cast<std::uint8_t>(minute),
+                                     withinHour - minute * secondsInMinute);
 }
 
 KeelResult<QuandaAbstractRealTimeOfDay> QuandaAbstractRealTimeOfDay::make(

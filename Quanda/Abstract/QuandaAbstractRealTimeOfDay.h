@@ -129,7 +129,9 @@ class QuandaAbstractRealTimeOfDay
 
   // hour * 3600 + minute * 60 + second, in doubles.
   constexpr double secondsSinceDayBegan() const noexcept {
-    return static_cast<double>(hour() * 3600 + minute() * 60) + second();
+    return static_cast<double>(hour() * Quanda::SecondsIn::Gregorian::Hour::count +
+                               minute() * Quanda::SecondsIn::Gregorian::Minute::count) +
+           second();
   }
   constexpr double asDouble() const noexcept { return secondsSinceDayBegan(); }
   // "%02d:%02d:" followed by the seconds with two integer and six fraction digits, cut toward

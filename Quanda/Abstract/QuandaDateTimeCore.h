@@ -112,9 +112,11 @@ constexpr std::optional<CanonicalDateTime> parseCanonicalDateTime(std::string_vi
       static_cast<std::uint16_t>(century * 100 + yearOfCentury), static_cast<std::uint8_t>(month),
       static_cast<std::uint8_t>(day));
   if (!date) return std::nullopt;
-  return CanonicalDateTime{*date,
-                           QuandaAbstractNaturalTimeOfDay::makeFromSecondsSinceDayBegan(
-                               static_cast<std::uint32_t>(hour * 3600 + minute * 60 + second))};
+  return CanonicalDateTime{
+      *date,
+      QuandaAbstractNaturalTimeOfDay::makeFromSecondsSinceDayBegan(static_cast<std::uint32_t>(
+          hour * Quanda::SecondsIn::Gregorian::Hour::count +
+          minute * Quanda::SecondsIn::Gregorian::Minute::count + second))};
 }
 
 // Writes "YYYY-MM-DD" + 'T' + "hh:mm" (dateSeparator between the date's fields) at out, and
@@ -246,10 +248,10 @@ class DateTimeCore {
   // secondsSinceDatum() rounded to the nearest multiple of a minute, an hour or a day (halves away
   // from zero, KeelMathUtil), or floored to one; rounding to a day can give the next date at
   // 00:00:00.
-  DateTime roundingToMinute() const { return rounded(60.0); }
-  DateTime roundingToHour() const { return rounded(3600.0); }
-  DateTime roundingToDay() const { return rounded(86400.0); }
-  DateTime flooringToMinute() const { return floored(60.0); }
+  DateTime roundingToMinute() const { return rounded(Quanda::SecondsIn::Gregorian::Minute::count); }
+  DateTime roundingToHour() const { return rounded(Quanda::SecondsIn::Gregorian::Hour::count); }
+  DateTime roundingToDay() const { return rounded(Quanda::SecondsIn::Gregorian::Day::count); }
+  DateTime flooringToMinute() const { return floored(Quanda::SecondsIn::Gregorian::Minute::count); }
   // The same date at 00:00:00.
   constexpr DateTime flooringToDay() const noexcept { return DateTime(date_, Time::zero); }
 
@@ -298,15 +300,13 @@ class DateTimeCore {
                             .seconds = negated(SecondsAmount(relative.time().second()))});
   }
 
-  // The signed distance: (days between the dates) * 86400 + (difference of the times), in the
-  // kind's span. The days and the times are subtracted apart, so the real kind keeps the
-  // fraction that its seconds since the datum would round away.
+  // The signed distance, the difference of the two secondsSinceDatum() in the kind's span: exact
+  // for whole seconds; for the real kind the difference of two doubles, so a fraction below the
+  // precision of the counts (some microseconds in our era) is lost, as it is in the order.
   friend constexpr Span operator-(const DateTime& lhs, const DateTime& rhs) {
     using Total = typename Traits::Total;
-    const Total days = static_cast<Total>(lhs.date().daysSince(rhs.date()));
-    const Total times = static_cast<Total>(lhs.time().secondsSinceDayBegan()) -
-                        static_cast<Total>(rhs.time().secondsSinceDayBegan());
-    return Span(days * Quanda::SecondsIn::Gregorian::Day::count + times);
+    return Span(static_cast<Total>(lhs.secondsSinceDatum()) -
+                static_cast<Total>(rhs.secondsSinceDatum()));
   }
 
  protected:

@@ -48,14 +48,9 @@ class QuandaDiscreteTimeSpan
   // days x 86400 + hours x 3600 + minutes x 60 + seconds; stops on overflow.
   //   QuandaDiscreteTimeSpan::make({.days = 1, .hours = 2})
   static constexpr QuandaDiscreteTimeSpan make(const Amounts& amounts) {
-    using keel::checkedAdd;
-    using keel::checkedMultiply;
-    const std::int64_t total = checkedAdd(
-        checkedAdd(checkedAdd(checkedMultiply(amounts.days.value_or(0), std::int64_t{86400}),
-                              checkedMultiply(amounts.hours.value_or(0), std::int64_t{3600})),
-                   checkedMultiply(amounts.minutes.value_or(0), std::int64_t{60})),
-        amounts.seconds.value_or(0));
-    return QuandaDiscreteTimeSpan(total);
+    return QuandaDiscreteTimeSpan(
+        quanda_detail::clockTotal(amounts.days.value_or(0), amounts.hours.value_or(0),
+                                  amounts.minutes.value_or(0), amounts.seconds.value_or(0)));
   }
 
   // The span in the other direction; stops for the smallest count, which has no negation.

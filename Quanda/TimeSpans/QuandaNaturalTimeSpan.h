@@ -36,14 +36,7 @@ class QuandaNaturalTimeSpan
   // days x 86400 + hours x 3600 + minutes x 60 + seconds; stops on overflow.
   static constexpr QuandaNaturalTimeSpan make(std::uint64_t days, std::uint64_t hours,
                                               std::uint64_t minutes, std::uint64_t seconds) {
-    using keel::checkedAdd;
-    using keel::checkedMultiply;
-    const std::uint64_t total =
-        checkedAdd(checkedAdd(checkedAdd(checkedMultiply(days, std::uint64_t{86400}),
-                                         checkedMultiply(hours, std::uint64_t{3600})),
-                              checkedMultiply(minutes, std::uint64_t{60})),
-                   seconds);
-    return QuandaNaturalTimeSpan(total);
+    return QuandaNaturalTimeSpan(quanda_detail::clockTotal(days, hours, minutes, seconds));
   }
 
   // |self - other|. Both counts are taken as signed 64-bit values first: a count of 2^63 or more

@@ -37,10 +37,7 @@ class QuandaRealTimeSpan : public quanda_detail::QuandaTimeSpanCore<QuandaRealTi
   // ((days x 86400 + hours x 3600) + minutes x 60) + seconds, added in that order in doubles.
   static constexpr QuandaRealTimeSpan make(std::uint64_t days, std::uint64_t hours,
                                            std::uint64_t minutes, double seconds) noexcept {
-    return QuandaRealTimeSpan(
-        ((static_cast<double>(days) * 86400.0 + static_cast<double>(hours) * 3600.0) +
-         static_cast<double>(minutes) * 60.0) +
-        seconds);
+    return QuandaRealTimeSpan(quanda_detail::clockTotal(days, hours, minutes, seconds));
   }
 
   QuandaRealTimeSpan abs() const noexcept { return QuandaRealTimeSpan(std::fabs(seconds())); }

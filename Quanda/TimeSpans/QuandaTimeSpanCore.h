@@ -33,6 +33,7 @@
 #include "Keel/KeelHash.h"
 #include "Keel/KeelMathUtil.h"
 #include "Keel/KeelScalarInterpolable.h"
+#include "Quanda/QuandaConstants.h"
 
 namespace quanda_detail {
 
@@ -48,6 +49,12 @@ class QuandaTimeSpanCore {
 
   static constexpr bool isWhole = std::is_integral_v<Rep>;
   static constexpr bool isSigned = std::is_signed_v<Rep>;
+
+  // The larger units in seconds, for the fractional totals and the rounding steps.
+  static constexpr double minute = Quanda::SecondsIn::Gregorian::Minute::count;
+  static constexpr double hour = Quanda::SecondsIn::Gregorian::Hour::count;
+  static constexpr double day = Quanda::SecondsIn::Gregorian::Day::count;
+  static constexpr double week = Quanda::SecondsIn::Gregorian::Week::count;
 
  public:
   // The std::chrono duration that this span converts to and from: whole seconds for the
@@ -107,18 +114,18 @@ class QuandaTimeSpanCore {
   }
 
   // The length in larger units, as fractions.
-  constexpr double totalMinutes() const noexcept requires isWhole { return asDouble() / 60.0; }
-  constexpr double totalHours() const noexcept requires isWhole { return asDouble() / 3600.0; }
-  constexpr double totalDays() const noexcept requires isWhole { return asDouble() / 86400.0; }
-  constexpr double totalWeeks() const noexcept requires isWhole { return asDouble() / 604800.0; }
+  constexpr double totalMinutes() const noexcept requires isWhole { return asDouble() / minute; }
+  constexpr double totalHours() const noexcept requires isWhole { return asDouble() / hour; }
+  constexpr double totalDays() const noexcept requires isWhole { return asDouble() / day; }
+  constexpr double totalWeeks() const noexcept requires isWhole { return asDouble() / week; }
 
   // Rounded to the nearest whole minute, hour, day or week, halves away from zero
   // (KeelMathUtil::roundTo). The rounding is done in doubles, so a count near the top of the
   // field can round past it, which stops the process.
-  Derived roundingToMinute() const requires isWhole { return roundedToStep(60.0); }
-  Derived roundingToHour() const requires isWhole { return roundedToStep(3600.0); }
-  Derived roundingToDay() const requires isWhole { return roundedToStep(86400.0); }
-  Derived roundingToWeek() const requires isWhole { return roundedToStep(604800.0); }
+  Derived roundingToMinute() const requires isWhole { return roundedToStep(minute); }
+  Derived roundingToHour() const requires isWhole { return roundedToStep(hour); }
+  Derived roundingToDay() const requires isWhole { return roundedToStep(day); }
+  Derived roundingToWeek() const requires isWhole { return roundedToStep(week); }
 
   // The seconds followed by "s": "3600s", "-5s", "2.5s".
   std::string description() const {
@@ -186,6 +193,26 @@ class QuandaTimeSpanCore {
 
   Rep seconds_;
 };
+
+// days x 86400 + hours x 3600 + minutes x 60 + seconds in the span's field: with checked
+// arithmetic for whole counts (an overflow stops the process), and for doubles summed in that
+// order, ((days + hours) + minutes) + seconds.
+template <class Rep, class Count>
+constexpr Rep clockTotal(Count days, Count hours, Count minutes, Rep seconds) {
+  using namespace Quanda::SecondsIn::Gregorian;
+  if constexpr (std::is_floating_point_v<Rep>) {
+    return ((static_cast<Rep>(days) * Day::count + static_cast<Rep>(hours) * Hour::count) +
+            static_cast<Rep>(minutes) * Minute::count) +
+           seconds;
+  } else {
+    using keel::checkedAdd;
+    using keel::checkedMultiply;
+    return checkedAdd(checkedAdd(checkedAdd(checkedMultiply(days, Rep{Day::count}),
+                                            checkedMultiply(hours, Rep{Hour::count})),
+                                 checkedMultiply(minutes, Rep{Minute::count})),
+                      seconds);
+  }
+}
 
 // std::hash for a span type.
 template <class Span>

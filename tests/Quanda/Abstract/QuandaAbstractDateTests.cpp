@@ -383,12 +383,41 @@ TEST(QuandaAbstractDate, ReplacingClampsFieldsAndLimitsTheDay) {
       {leapDay, {.month = 0}, makeDate(2024, 1, 29)},
       {makeDate(2024, 1, 31), {.month = 2}, leapDay},
       {makeDate(2024, 4, 10), {.day = 31}, makeDate(2024, 4, 30)},
-      {makeDate(2024, 4, 10), {.day = 0}, makeDate(2024, 4, 1)},
+
       {makeDate(2024, 4, 10), {.year = 2023, .month = 2, .day = 29}, makeDate(2023, 2, 28)},
   };
   for (const auto& c : cases) {
     EXPECT_EQ(c.from.replacing(c.replacement), c.expected) << c.from;
   }
+}
+
+// Day 0 (from replacing) and year 0 (from addingMonths) lie just outside the valid dates; what
+// does not need a day count keeps working.
+TEST(QuandaAbstractDate, DayZeroAndYearZeroKeepTheirFieldWiseOperations) {
+  const Date dayZero = makeDate(2024, 3, 5).replacing({.day = 0});
+  EXPECT_EQ(dayZero.components(), (Date::Components{2024, 3, 0}));
+  EXPECT_EQ(dayZero.description(), "2024-03-00");
+  EXPECT_EQ(makeDate(2024, 3, 5).addingDays(-5).replacing({.day = 0}).day(), 0);  // Feb, not 1
+  EXPECT_LT(dayZero, makeDate(2024, 3, 1));
+  EXPECT_GT(dayZero, makeDate(2024, 2, 29));
+  // It counts as the last day of the month before.
+  EXPECT_EQ(dayZero.daysSinceDatum(), makeDate(2024, 2, 29).daysSinceDatum());
+  EXPECT_EQ(dayZero.nextDay(), makeDate(2024, 3, 1));
+  EXPECT_EQ(dayZero.previousDay(), makeDate(2024, 2, 28));
+  EXPECT_EQ(makeDate(2024, 1, 9).replacing({.day = 0}).previousDay(), makeDate(2023, 12, 30));
+  EXPECT_EQ(dayZero.addingDays(1), makeDate(2024, 3, 1));
+  EXPECT_EQ(dayZero.daysFromEndOfMonthZeroBased(), 31);
+
+  const Date yearZero = makeDate(1, 1, 31).addingMonths(-1);
+  EXPECT_EQ(yearZero.components(), (Date::Components{0, 12, 31}));
+  EXPECT_EQ(yearZero.description(), "0000-12-31");
+  EXPECT_EQ(makeDate(1, 3, 31).addingMonths(-12).components(), (Date::Components{0, 3, 31}));
+  EXPECT_EQ(makeDate(1, 3, 29).addingMonths(-13).components(), (Date::Components{0, 2, 28}));
+  EXPECT_LT(yearZero, Date::zero);
+  EXPECT_EQ(yearZero.nextDay(), Date::zero);
+  EXPECT_EQ(yearZero.addingMonths(1), makeDate(1, 1, 31));
+  EXPECT_EQ(yearZero.addingYears(1), makeDate(1, 12, 31));
+  EXPECT_EQ(makeDate(1, 1, 1).addingMonths(-11).daysInMonth(), 29);  // year 0 is a leap year
 }
 
 // ---- Programming errors ----------------------------------------------------------------------
@@ -404,7 +433,12 @@ TEST(QuandaAbstractDateDeathTest, ProgrammingErrorsStop) {
        "adding days leaves"},
       // The week around a date can reach past either end.
       {[&] { (void)Date::zero.firstDayOfWeek(Day::sunday); }, "adding days leaves"},
-      {[&] { (void)makeDate(1, 1, 15).addingMonths(-1); }, "adding months"},
+      {[&] { (void)makeDate(1, 1, 15).addingMonths(-13); }, "adding months"},
+      {[&] { (void)makeDate(9999, 1, 15).addingMonths(56537 * 12); }, "adding months"},
+      // Before the datum there is no day count, and before the 1st no week of the month.
+      {[&] { (void)makeDate(1, 1, 15).addingMonths(-1).daysSinceDatum(); }, "day count of a date"},
+      {[&] { (void)makeDate(1, 1, 15).replacing({.day = 0}).dayOfWeek(); }, "day count of a date"},
+      {[&] { (void)date.replacing({.day = 0}).weekOfMonthOneBased(); }, "week of the month"},
       {[&] { (void)makeDate(9999, 1, 1).addingYears(32767); }, "adding years"},
       {[&] { (void)date.dayOfCycle(0, date); }, "day cycle of length 0"},
       {[&] { (void)date.weekOfCycle(0, date, Day::monday); }, "week cycle of length 0"},

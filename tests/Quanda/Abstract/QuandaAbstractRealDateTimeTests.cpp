@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <cmath>
+#include <compare>
 #include <cstdint>
 #include <functional>
 #include <limits>
@@ -98,12 +99,20 @@ TEST(QuandaAbstractRealDateTime, ArithmeticInDoubles) {
   EXPECT_EQ(back + late, late + back);
   EXPECT_EQ(late - back, at("2025-01-01T22:59:59.25"));
 
-  // The days and the times are subtracted apart, so a small difference stays exact even where
-  // the seconds since the datum are far too coarse for it.
+  // The difference and the order are those of the seconds since the datum, doubles whose
+  // precision is some microseconds here: a smaller difference vanishes in both, while == stays
+  // exact, so the order is weak.
   const DateTime a = at("9999-12-31T10:00:00.1");
   const DateTime b = at("9999-12-31T10:00:00.2");
-  EXPECT_NEAR((b - a).seconds(), 0.1, 1e-9);
-  EXPECT_GT(std::abs((b.secondsSinceDatum() - a.secondsSinceDatum()) - 0.1), 1e-6);
+  EXPECT_EQ((b - a).seconds(), b.secondsSinceDatum() - a.secondsSinceDatum());
+  EXPECT_NE((b - a).seconds(), 0.1);
+  const DateTime tick = at("2024-03-05T10:00:00.000001");
+  const DateTime ten0 = at("2024-03-05T10:00:00");
+  EXPECT_NE(tick, ten0);
+  EXPECT_EQ(tick <=> ten0, std::weak_ordering::equivalent);
+  EXPECT_EQ((tick - ten0).seconds(), 0.0);
+  EXPECT_TRUE(KeelDomain<DateTime>(ten0, ten0).contains(tick));
+  static_assert(std::is_same_v<decltype(tick <=> ten0), std::weak_ordering>);
   EXPECT_EQ((at("2024-03-05T10:00:00") - at("2024-03-05T10:00:00.25")).seconds(), -0.25);
   EXPECT_EQ((at("2024-03-06T00:00:00") - at("2024-03-05T23:59:59.5")).seconds(), 0.5);
   EXPECT_LT(at("2024-03-05T23:59:59.99"), at("2024-03-06T00:00:00"));
