@@ -121,7 +121,6 @@ struct MonthShape {
 };
 
 inline constexpr std::uint32_t monthsInCalendarCycle = 4800;
-inline constexpr std::uint32_t daysInCalendarCycle = 146097;
 
 // The kind of every month of a 400-year cycle (index (year - 1) % 400 * 12 + (month - 1);
 // 0001-01-01 was a Monday), with the last month repeated before the first and the first after the
@@ -158,6 +157,16 @@ constexpr std::uint32_t nextCalendarCycleIndex(std::uint32_t index) noexcept {
 constexpr std::uint32_t calendarCycleIndex(std::uint32_t year, std::uint32_t month) noexcept {
   return (year - 1) % 400 * 12 + (month - 1);
 }
+
+// The days of the cycle (146097), a whole number of weeks.
+inline constexpr std::uint32_t daysInCalendarCycle = [] {
+  std::uint32_t days = 0;
+  for (std::uint32_t index = 0; index < monthsInCalendarCycle; ++index) {
+    days += lengthOfMonthKind(kindOfMonth(index));
+  }
+  return days;
+}();
+static_assert(daysInCalendarCycle % 7 == 0);
 
 // Every kind of month occurs in the cycle, so a rule that selects a day in some kind of month
 // matches within 400 years, and a walk that finds nothing in a whole cycle never will.

@@ -136,6 +136,35 @@ void checkWindow(const MaskCase& maskCase, Window window, QuandaDayOfGregorianWe
     }
   }
 
+  // Beyond the window, as far as `reach` days: the searches that leave it skip no match.
+  constexpr std::uint32_t reach = 4000;
+  const auto scanned = [&](std::uint32_t from, std::uint32_t through, bool forward) {
+    for (std::uint32_t step = 0; step <= through - from; ++step) {
+      const std::uint32_t day = forward ? from + step : through - step;
+      if (mask.matches(QuandaAbstractDate::makeFromDaysSinceDatum(day), firstDay)) {
+        return std::optional(QuandaAbstractDate::makeFromDaysSinceDatum(day));
+      }
+    }
+    return std::optional<QuandaAbstractDate>();
+  };
+  if (last < lastValidDay) {
+    const std::uint32_t through = std::min(lastValidDay, last + reach);
+    const auto after = mask.nextMatch(QuandaAbstractDate::makeFromDaysSinceDatum(last), firstDay);
+    const auto expectedAfter = scanned(last + 1, through, true);
+    if (expectedAfter || (after && after->daysSinceDatum() <= through)) {
+      ASSERT_EQ(after, expectedAfter) << mask << " after " << last << " first day " << firstDay;
+    }
+  }
+  if (start > domainStart) {
+    const std::uint32_t from = start - domainStart > reach ? start - reach : domainStart;
+    const auto before =
+        mask.previousMatch(QuandaAbstractDate::makeFromDaysSinceDatum(start), firstDay);
+    const auto expectedBefore = scanned(from, start - 1, false);
+    if (expectedBefore || (before && before->daysSinceDatum() >= from)) {
+      ASSERT_EQ(before, expectedBefore) << mask << " before " << start << " first day " << firstDay;
+    }
+  }
+
   std::vector<QuandaAbstractDate> expected;
   for (std::size_t index = 0; index < size; ++index) {
     if (answers[index])
