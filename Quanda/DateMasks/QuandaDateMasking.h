@@ -17,22 +17,23 @@
 //   mondays.nextMatch(date, QuandaDayOfGregorianWeek::monday);   // the next Monday after date
 //   for (QuandaAbstractDate monday : mondays.matchingDates(march, firstDay)) ...
 //
-// Most rules are month-local: whether a date matches depends only on its day, its weekday and its
-// month of the year (every weekday, day-of-month, week-of-month rule, and every combination of
-// them). Such a mask keeps, from its construction, the days it selects in each of the 91 kinds of
-// month (month of the year, February of 28 or 29 days, weekday of the 1st), and its searches walk
-// month by month through a table of the 400-year calendar cycle: the next "Friday the 13th" costs
-// about a nanosecond per month visited, with no date conversion inside the walk.
+// Most rules are month-local: whether a date matches depends only on its place in its month (the
+// day, the weekday, the month's length, which month of the year it is): every weekday,
+// day-of-month, week-of-month rule, and every combination of them. Such a mask keeps, from its
+// construction, the days it selects in each of the 91 kinds of month (month of the year, February
+// of 28 or 29 days, weekday of the 1st), and its searches walk month by month through a table of
+// the 400-year calendar cycle: the next "Friday the 13th" costs about a nanosecond per month
+// visited, with no date conversion inside the walk.
 //
 // All of that rests on two search primitives over day counts (0 is 0001-01-01), which every
 // library mask overrides: the earliest and the latest day of a window whose answer is a given one.
 // A combination (all of, any of, not; see QuandaJunctionDateMask and QuandaNotDateMask) that is
 // not month-local searches word-parallel instead: every mask also writes its answers for 64
 // consecutive days into one word (answerWord) and says over which runs of days its answers repeat
-// and with what period (answerRun), so a combination reads 64 days per step, never more than a
-// plain day-by-day reading of matches would, and knows after one period that a run holds no
-// answer. A mask written outside the library only has to define matches and the archive members;
-// its searches then fall back to testing day by day.
+// and with what period (answerRun), so a combination reads 64 days per step, at no more cost than
+// a plain day-by-day reading of matches, and knows after one period that a run holds no answer. A
+// mask written outside the library only has to define matches and the archive members; its
+// searches then fall back to testing day by day.
 //
 // The domain. A mask answers matches on every valid date, except the week cycles, whose rule
 // starts at the first week of their anchor's residue (QuandaWeekCycle): asking them about a date
