@@ -21,7 +21,9 @@ class QuandaDateRangeDateMask final : public QuandaDateMaskBase<QuandaDateRangeD
   static constexpr std::string_view kind = "dateRange";
 
   explicit QuandaDateRangeDateMask(KeelDomain<QuandaAbstractDate> dateRangeInc) noexcept
-      : dateRangeInc_(dateRangeInc) {}
+      : dateRangeInc_(dateRangeInc),
+        low_(dateRangeInc.trueMin().daysSinceDatum()),
+        high_(dateRangeInc.trueMax().daysSinceDatum()) {}
 
   const KeelDomain<QuandaAbstractDate>& dateRangeInc() const noexcept { return dateRangeInc_; }
 
@@ -48,6 +50,8 @@ class QuandaDateRangeDateMask final : public QuandaDateMaskBase<QuandaDateRangeD
 
  private:
   KeelDomain<QuandaAbstractDate> dateRangeInc_;
+  std::uint32_t low_;  // the day counts of the true minimum and maximum, for the searches
+  std::uint32_t high_;
 };
 
 template <>
