@@ -155,6 +155,11 @@ class QuandaAbstractDate {
   // Days from 0001-01-01 (day 0) to this date. A date in year 0, or 0001-01-00, lies before the
   // datum: its count does not fit and asking for it is a programming error.
   constexpr std::uint32_t daysSinceDatum() const noexcept;
+  // Whether the date has a day count: false only for the dates before the datum that addingMonths
+  // and replacing can reach (see above).
+  constexpr bool hasDayCount() const noexcept {
+    return orderKey() > QuandaAbstractDate(1, 1, 0).orderKey();
+  }
   // The day count of 1 January of a year (year 0 counts as year 1).
   static constexpr std::uint32_t daysFromDatumUntilBeginningOf(std::uint16_t year) noexcept;
   // This date's day count minus the other's, and its magnitude.
@@ -255,6 +260,16 @@ class QuandaAbstractDate {
   // Years, then months, then days, skipping absent amounts.
   constexpr QuandaAbstractDate adding(const Amounts& amounts) const;
 
+  // The same steps for amounts taken from outside (a person, a file), refused instead of stopped:
+  // the result where the step above gives a date in the years 1...9999, and nothing where it would
+  // stop or leave them (addingYears raising a year to 1 included). The quirks stay: 2024-01-31
+  // plus 13 months is still 2025-02-29. A date without a day count (see above) cannot move by
+  // days.
+  constexpr std::optional<QuandaAbstractDate> tryAddingDays(std::int32_t days) const noexcept;
+  constexpr std::optional<QuandaAbstractDate> tryAddingMonths(std::int32_t months) const noexcept;
+  constexpr std::optional<QuandaAbstractDate> tryAddingYears(std::int16_t years) const noexcept;
+  constexpr std::optional<QuandaAbstractDate> tryAdding(const Amounts& amounts) const noexcept;
+
   // Year overrides are clamped into 1...9999, month overrides into 1...12; the day (override or
   // current) is then limited to the length of the resulting month, with no lower limit: a day
   // override of 0 stays 0 (see above).
@@ -298,6 +313,14 @@ class QuandaAbstractDate {
   constexpr std::uint32_t orderKey() const noexcept {
     return std::uint32_t{year_} << 16 | std::uint32_t{month_} << 8 | day_;
   }
+  // The year (signed, unchecked) and month that `months` months away reach, with the day limited
+  // by the length of that month in this date's year (the deliberate quirk of addingMonths).
+  struct MonthStep {
+    std::int64_t year;
+    std::uint8_t month;
+    std::uint8_t day;
+  };
+  constexpr MonthStep monthStep(std::int32_t months) const noexcept;
 
   std::uint8_t day_;
   std::uint8_t month_;
@@ -349,8 +372,7 @@ inline constexpr std::uint32_t marchBasedDaysBeforeDatum = 306;
 }
 
 constexpr std::uint32_t QuandaAbstractDate::daysSinceDatum() const noexcept {
-  KEEL_PRECONDITION(orderKey() > QuandaAbstractDate(1, 1, 0).orderKey(),
-                    "day count of a date before 0001-01-01");
+  KEEL_PRECONDITION(hasDayCount(), "day count of a date before 0001-01-01");
   const std::uint32_t januaryOrFebruary = month_ < 3;
   const std::uint32_t year = std::uint32_t{year_} - januaryOrFebruary;  // year_ >= 1 checked
   const std::uint32_t month = month_ + 12 * januaryOrFebruary;          // 3 ... 14
@@ -479,24 +501,48 @@ constexpr QuandaAbstractDate QuandaAbstractDate::lastDayOfWeekInc(
   return addingDays(6 - std::int32_t{weekNumberAndDay(preferredFirstDayOfWeek).zeroBasedDayOfWeek});
 }
 
-constexpr QuandaAbstractDate QuandaAbstractDate::addingDays(std::int32_t days) const {
-  if (days == 0) return *this;
+constexpr std::optional<QuandaAbstractDate> QuandaAbstractDate::tryAddingDays(
+    std::int32_t days) const noexcept {
+  if (!hasDayCount()) return std::nullopt;
   const std::int64_t target = std::int64_t{daysSinceDatum()} + days;
-  KEEL_PRECONDITION(target >= 0 && target <= validDaysSinceDatumRange.max(),
-                    "adding days leaves 0001-01-01...9999-12-31");
+  if (target < 0 || target > validDaysSinceDatumRange.max()) return std::nullopt;
   return makeFromValidDaysSinceDatum(static_cast<std::uint32_t>(target));
 }
 
-constexpr QuandaAbstractDate QuandaAbstractDate::addingMonths(std::int32_t months) const {
+constexpr QuandaAbstractDate QuandaAbstractDate::addingDays(std::int32_t days) const {
+  if (days == 0) return *this;
+  return keel::valueOrStop(tryAddingDays(days), "adding days leaves 0001-01-01...9999-12-31");
+}
+
+constexpr QuandaAbstractDate::MonthStep QuandaAbstractDate::monthStep(
+    std::int32_t months) const noexcept {
   // Months since January of year 0; floor division gives the year and month of the target.
   const std::int64_t total = std::int64_t{year_} * 12 + (month_ - 1) + months;
   const std::int64_t year = total >= 0 ? total / 12 : -((-total + 11) / 12);
-  const std::int64_t month = total - year * 12 + 1;
-  KEEL_PRECONDITION(year >= 0 && year <= 65535, "adding months leaves the representable years");
-  const std::uint8_t limit =
-      Quanda::DaysIn::Gregorian::oneBasedMonth(static_cast<std::uint8_t>(month), year_);
-  return QuandaAbstractDate(static_cast<std::uint16_t>(year), static_cast<std::uint8_t>(month),
-                            day_ < limit ? day_ : limit);
+  const auto month = static_cast<std::uint8_t>(total - year * 12 + 1);
+  const std::uint8_t limit = Quanda::DaysIn::Gregorian::oneBasedMonth(month, year_);
+  return {year, month, day_ < limit ? day_ : limit};
+}
+
+constexpr std::optional<QuandaAbstractDate> QuandaAbstractDate::tryAddingMonths(
+    std::int32_t months) const noexcept {
+  const MonthStep step = monthStep(months);
+  if (step.year < validYearRange.min() || step.year > validYearRange.max()) return std::nullopt;
+  return QuandaAbstractDate(static_cast<std::uint16_t>(step.year), step.month, step.day);
+}
+
+constexpr QuandaAbstractDate QuandaAbstractDate::addingMonths(std::int32_t months) const {
+  const MonthStep step = monthStep(months);
+  KEEL_PRECONDITION(step.year >= 0 && step.year <= 65535,
+                    "adding months leaves the representable years");
+  return QuandaAbstractDate(static_cast<std::uint16_t>(step.year), step.month, step.day);
+}
+
+constexpr std::optional<QuandaAbstractDate> QuandaAbstractDate::tryAddingYears(
+    std::int16_t years) const noexcept {
+  const std::int32_t sum = std::int32_t{year_} + years;
+  if (sum < validYearRange.min() || sum > validYearRange.max()) return std::nullopt;
+  return addingYears(years);
 }
 
 constexpr QuandaAbstractDate QuandaAbstractDate::addingYears(std::int16_t years) const {
@@ -512,6 +558,15 @@ constexpr QuandaAbstractDate QuandaAbstractDate::adding(const Amounts& amounts) 
   if (amounts.years) result = result.addingYears(*amounts.years);
   if (amounts.months) result = result.addingMonths(*amounts.months);
   if (amounts.days) result = result.addingDays(*amounts.days);
+  return result;
+}
+
+constexpr std::optional<QuandaAbstractDate> QuandaAbstractDate::tryAdding(
+    const Amounts& amounts) const noexcept {
+  std::optional<QuandaAbstractDate> result = *this;
+  if (amounts.years) result = result->tryAddingYears(*amounts.years);
+  if (result && amounts.months) result = result->tryAddingMonths(*amounts.months);
+  if (result && amounts.days) result = result->tryAddingDays(*amounts.days);
   return result;
 }
 

@@ -204,6 +204,22 @@ class QuandaAbstractNaturalDateTime
   // replacing({.day = 1, .hour = 9}): the date's and the time's replacing(), which clamp.
   using Core::replacing;
 
+  // The steps above for amounts taken from outside (a person, a file): the same result where it
+  // lies in 0001...9999 and the step reaches it by its own rule, nothing where the step would stop,
+  // clamp (rounding past the last second) or leave those years.
+  using Core::tryAdding;
+  using Core::tryAddingDays;
+  using Core::tryAddingHours;
+  using Core::tryAddingMinutes;
+  using Core::tryAddingMonths;
+  using Core::tryAddingSeconds;
+  using Core::tryAddingYears;
+  using Core::tryFlooringToMinute;
+  using Core::tryNext;
+  using Core::tryRoundingToDay;
+  using Core::tryRoundingToHour;
+  using Core::tryRoundingToMinute;
+
   // The other operators (+ and - with a QuandaDiscreteTimeSpan or a
   // QuandaAbstractRelativeDiscreteTimeOfDay, the difference of two date-times as a
   // QuandaDiscreteTimeSpan, ==) come with the core; the natural span's are here. A natural span

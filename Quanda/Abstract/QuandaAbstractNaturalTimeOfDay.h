@@ -178,6 +178,10 @@ class QuandaAbstractNaturalTimeOfDay
   using Core::addingHours;
   using Core::addingMinutes;
   using Core::addingSeconds;
+  using Core::tryAdding;
+  using Core::tryAddingHours;
+  using Core::tryAddingMinutes;
+  using Core::tryAddingSeconds;
 
   // time + span (either order) is addingSeconds(span.seconds()); a natural span of 2^63 seconds
   // or more is a programming error. Defined with QuandaAbstractRelativeDiscreteTimeOfDay.

@@ -159,6 +159,10 @@ class QuandaAbstractRealTimeOfDay
   using Core::addingHours;
   using Core::addingMinutes;
   using Core::addingSeconds;
+  using Core::tryAdding;
+  using Core::tryAddingHours;
+  using Core::tryAddingMinutes;
+  using Core::tryAddingSeconds;
 
   // time + span (either order) is addingSeconds(span.seconds()). Defined with
   // QuandaAbstractRelativeRealTimeOfDay.

@@ -25,6 +25,7 @@
 #include <cstdint>
 #include <functional>
 #include <iosfwd>
+#include <optional>
 #include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <utility>
@@ -54,11 +55,12 @@ struct RelativeDiscreteTimeOfDayTraits {
   static constexpr Total hours(std::int32_t hours) noexcept {
     return std::int64_t{hours} * Quanda::SecondsIn::Gregorian::Hour::count;
   }
-  static constexpr Total minutes(std::int64_t minutes) {
-    return keel::checkedMultiply<std::int64_t>(minutes,
-                                               Quanda::SecondsIn::Gregorian::Minute::count);
+  static constexpr std::optional<Total> tryMinutes(std::int64_t minutes) noexcept {
+    return keel::tryMultiply<std::int64_t>(minutes, Quanda::SecondsIn::Gregorian::Minute::count);
   }
-  static constexpr Total sum(Total lhs, Total rhs) { return keel::checkedAdd(lhs, rhs); }
+  static constexpr std::optional<Total> trySum(Total lhs, Total rhs) noexcept {
+    return keel::tryAdd(lhs, rhs);
+  }
 };
 
 }  // namespace quanda_detail
@@ -86,8 +88,12 @@ class QuandaAbstractRelativeDiscreteTimeOfDay
       : Core(0, time) {}
 
   // (floor(seconds / 86400), the remainder as a time of day). A day count outside the signed
-  // 32-bit range is a programming error.
-  static constexpr QuandaAbstractRelativeDiscreteTimeOfDay normalizing(std::int64_t seconds);
+  // 32-bit range is a programming error; tryNormalizing answers nothing for it.
+  static constexpr std::optional<QuandaAbstractRelativeDiscreteTimeOfDay> tryNormalizing(
+      std::int64_t seconds) noexcept;
+  static constexpr QuandaAbstractRelativeDiscreteTimeOfDay normalizing(std::int64_t seconds) {
+    return keel::valueOrStop(tryNormalizing(seconds), outsideTheDayCount);
+  }
   // The second count nearest to a double (halves away from zero), normalised. A double that is
   // not finite or rounds outside the signed 64-bit range is a programming error.
   static QuandaAbstractRelativeDiscreteTimeOfDay makeFromDouble(double seconds) {
@@ -100,11 +106,16 @@ class QuandaAbstractRelativeDiscreteTimeOfDay
   using Core::asDouble;
   using Core::seconds;
 
-  // Add to seconds() and normalise; adding({...}) applies hours, then minutes, then seconds.
+  // Add to seconds() and normalise; adding({...}) applies hours, then minutes, then seconds. The
+  // try... forms answer nothing where the others would stop.
   using Core::adding;
   using Core::addingHours;
   using Core::addingMinutes;
   using Core::addingSeconds;
+  using Core::tryAdding;
+  using Core::tryAddingHours;
+  using Core::tryAddingMinutes;
+  using Core::tryAddingSeconds;
   // Absent overrides keep, present ones replace; nothing is normalised.
   using Core::replacing;
 
@@ -157,8 +168,8 @@ class QuandaAbstractRelativeDiscreteTimeOfDay
 
 static_assert(KeelScalarInterpolable<QuandaAbstractRelativeDiscreteTimeOfDay>);
 
-constexpr QuandaAbstractRelativeDiscreteTimeOfDay
-QuandaAbstractRelativeDiscreteTimeOfDay::normalizing(std::int64_t seconds) {
+constexpr std::optional<QuandaAbstractRelativeDiscreteTimeOfDay>
+QuandaAbstractRelativeDiscreteTimeOfDay::tryNormalizing(std::int64_t seconds) noexcept {
   constexpr std::int64_t secondsInDay = Quanda::SecondsIn::Gregorian::Day::count;
   // Floor division: exact in integers, and equal to flooring the double quotient wherever the
   // day count fits 32 bits.
@@ -168,8 +179,7 @@ QuandaAbstractRelativeDiscreteTimeOfDay::normalizing(std::int64_t seconds) {
     remainder += secondsInDay;
     --days;
   }
-  KEEL_PRECONDITION(std::in_range<std::int32_t>(days),
-                    "day count of a relative time of day outside the signed 32-bit range");
+  if (!std::in_range<std::int32_t>(days)) return std::nullopt;
   return QuandaAbstractRelativeDiscreteTimeOfDay(
       static_cast<std::int32_t>(days), QuandaAbstractNaturalTimeOfDay::makeFromSecondsSinceDayBegan(
                                            static_cast<std::uint32_t>(remainder)));

@@ -21,6 +21,7 @@
 #include <cstdint>
 #include <functional>
 #include <iosfwd>
+#include <optional>
 #include <limits>
 
 #include "Keel/KeelHash.h"
@@ -46,10 +47,10 @@ struct RelativeRealTimeOfDayTraits {
   static constexpr Total hours(std::int32_t hours) noexcept {
     return static_cast<double>(hours) * Quanda::SecondsIn::Gregorian::Hour::count;
   }
-  static constexpr Total minutes(std::int64_t minutes) noexcept {
+  static constexpr std::optional<Total> tryMinutes(std::int64_t minutes) noexcept {
     return static_cast<double>(minutes) * Quanda::SecondsIn::Gregorian::Minute::count;
   }
-  static constexpr Total sum(Total lhs, Total rhs) noexcept { return lhs + rhs; }
+  static constexpr std::optional<Total> trySum(Total lhs, Total rhs) noexcept { return lhs + rhs; }
 };
 
 }  // namespace quanda_detail
@@ -76,16 +77,21 @@ class QuandaAbstractRelativeRealTimeOfDay
       : Core(0, time) {}
 
   // (floor(seconds / 86400), the time made from seconds - days * 86400). A day count outside the
-  // signed 32-bit range, NaN and the infinities are programming errors.
-  static QuandaAbstractRelativeRealTimeOfDay normalizing(double seconds) {
+  // signed 32-bit range, NaN and the infinities are programming errors; tryNormalizing answers
+  // nothing for them.
+  static std::optional<QuandaAbstractRelativeRealTimeOfDay> tryNormalizing(double seconds) {
     constexpr double secondsInDay = Quanda::SecondsIn::Gregorian::Day::count;
     const double days = std::floor(seconds / secondsInDay);
-    KEEL_PRECONDITION(days >= std::numeric_limits<std::int32_t>::min() &&
-                          days <= std::numeric_limits<std::int32_t>::max(),
-                      "day count of a relative time of day outside the signed 32-bit range");
+    if (!(days >= std::numeric_limits<std::int32_t>::min() &&
+          days <= std::numeric_limits<std::int32_t>::max())) {
+      return std::nullopt;
+    }
     return QuandaAbstractRelativeRealTimeOfDay(
         static_cast<std::int32_t>(days),
         QuandaAbstractRealTimeOfDay::makeFromSecondsSinceDayBegan(seconds - days * secondsInDay));
+  }
+  static QuandaAbstractRelativeRealTimeOfDay normalizing(double seconds) {
+    return keel::valueOrStop(tryNormalizing(seconds), outsideTheDayCount);
   }
   static QuandaAbstractRelativeRealTimeOfDay makeFromDouble(double seconds) {
     return normalizing(seconds);
@@ -97,11 +103,16 @@ class QuandaAbstractRelativeRealTimeOfDay
   using Core::asDouble;
   using Core::seconds;
 
-  // Add to seconds() and normalise; adding({...}) applies hours, then minutes, then seconds.
+  // Add to seconds() and normalise; adding({...}) applies hours, then minutes, then seconds. The
+  // try... forms answer nothing where the others would stop.
   using Core::adding;
   using Core::addingHours;
   using Core::addingMinutes;
   using Core::addingSeconds;
+  using Core::tryAdding;
+  using Core::tryAddingHours;
+  using Core::tryAddingMinutes;
+  using Core::tryAddingSeconds;
   // Absent overrides keep, present ones replace; nothing is normalised.
   using Core::replacing;
 

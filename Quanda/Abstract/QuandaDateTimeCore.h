@@ -237,11 +237,7 @@ class DateTimeCore {
   // is still ahead, the next date when it has passed, and for the time itself this date-time
   // (allowingSelf) or the same time on the next date.
   constexpr DateTime next(Time timeOfDay, bool allowingSelf) const {
-    using Total = typename Traits::Total;
-    const Total difference = static_cast<Total>(timeOfDay.secondsSinceDayBegan()) -
-                             static_cast<Total>(time_.secondsSinceDayBegan());
-    if (difference > 0) return DateTime(date_, timeOfDay);
-    if (difference == 0 && allowingSelf) return DateTime(date_, time_);
+    if (isLaterToday(timeOfDay, allowingSelf)) return DateTime(date_, timeOfDay);
     return DateTime(date_.nextDay(), timeOfDay);
   }
 
@@ -254,6 +250,59 @@ class DateTimeCore {
   DateTime flooringToMinute() const { return floored(Quanda::SecondsIn::Gregorian::Minute::count); }
   // The same date at 00:00:00.
   constexpr DateTime flooringToDay() const noexcept { return DateTime(date_, Time::zero); }
+
+  // ---- The same, refused instead of stopped or clamped
+  // ---------------------------------------------
+  //
+  // For amounts taken from outside (a person, a file): the result of the operation above where it
+  // lies in 0001-01-01T00:00:00 ... 9999-12-31 and that operation reaches it by its own rule, and
+  // nothing where it would stop, clamp, or leave those years (the date's try... forms). The
+  // quirks of month arithmetic stay.
+  constexpr std::optional<DateTime> tryAddingYears(std::int16_t years) const noexcept {
+    return withDate(date_.tryAddingYears(years));
+  }
+  constexpr std::optional<DateTime> tryAddingMonths(std::int32_t months) const noexcept {
+    return withDate(date_.tryAddingMonths(months));
+  }
+  constexpr std::optional<DateTime> tryAddingDays(std::int32_t days) const noexcept {
+    return withDate(date_.tryAddingDays(days));
+  }
+  constexpr std::optional<DateTime> tryAddingHours(std::int32_t hours) const {
+    return tryCarrying(time_.tryAddingHours(hours));
+  }
+  constexpr std::optional<DateTime> tryAddingMinutes(std::int64_t minutes) const {
+    return tryCarrying(time_.tryAddingMinutes(minutes));
+  }
+  constexpr std::optional<DateTime> tryAddingSeconds(SecondsAmount seconds) const {
+    return tryCarrying(time_.tryAddingSeconds(seconds));
+  }
+  constexpr std::optional<DateTime> tryAdding(const Amounts& amounts) const {
+    std::optional<DateTime> result = DateTime(date_, time_);
+    if (amounts.seconds) result = result->tryAddingSeconds(*amounts.seconds);
+    if (result && amounts.minutes) result = result->tryAddingMinutes(*amounts.minutes);
+    if (result && amounts.hours) result = result->tryAddingHours(*amounts.hours);
+    if (result && amounts.days) result = result->tryAddingDays(*amounts.days);
+    if (result && amounts.months) result = result->tryAddingMonths(*amounts.months);
+    if (result && amounts.years) result = result->tryAddingYears(*amounts.years);
+    return result;
+  }
+  constexpr std::optional<DateTime> tryNext(Time timeOfDay, bool allowingSelf) const noexcept {
+    if (isLaterToday(timeOfDay, allowingSelf)) return DateTime(date_, timeOfDay);
+    return withDate(date_.tryAddingDays(1), timeOfDay);
+  }
+  std::optional<DateTime> tryRoundingToMinute() const {
+    return tryRounded(Quanda::SecondsIn::Gregorian::Minute::count);
+  }
+  std::optional<DateTime> tryRoundingToHour() const {
+    return tryRounded(Quanda::SecondsIn::Gregorian::Hour::count);
+  }
+  std::optional<DateTime> tryRoundingToDay() const {
+    return tryRounded(Quanda::SecondsIn::Gregorian::Day::count);
+  }
+  std::optional<DateTime> tryFlooringToMinute() const {
+    return fromRoundedSecondsIfInRange(
+        KeelMathUtil::floor(asDouble(), Quanda::SecondsIn::Gregorian::Minute::count));
+  }
 
   // The date's replacing() takes the first three overrides and the time's the last three; both
   // clamp, so this never fails.
@@ -303,6 +352,8 @@ class DateTimeCore {
   // The signed distance, the difference of the two secondsSinceDatum() in the kind's span: exact
   // for whole seconds; for the real kind the difference of two doubles, so a fraction below the
   // precision of the counts (some microseconds in our era) is lost, as it is in the order.
+  // Subtracting the days and the times apart would keep that fraction and we would prefer it; the
+  // difference of the counts is the rule, and it agrees with the order.
   friend constexpr Span operator-(const DateTime& lhs, const DateTime& rhs) {
     using Total = typename Traits::Total;
     return Span(static_cast<Total>(lhs.secondsSinceDatum()) -
@@ -324,10 +375,49 @@ class DateTimeCore {
     }
   }
 
+  // Whether next(timeOfDay, allowingSelf) stays on this date: the time is still ahead, or is this
+  // date-time's own and allowed (the seconds since midnight say both, as doubles for the real
+  // kind).
+  constexpr bool isLaterToday(Time timeOfDay, bool allowingSelf) const noexcept {
+    using Total = typename Traits::Total;
+    const Total difference = static_cast<Total>(timeOfDay.secondsSinceDayBegan()) -
+                             static_cast<Total>(time_.secondsSinceDayBegan());
+    return difference > 0 || (difference == 0 && allowingSelf);
+  }
+
   // The date moved by the relative time's days, at its time.
   constexpr DateTime carrying(Relative relative) const {
     return DateTime(relative.days() == 0 ? date_ : date_.addingDays(relative.days()),
                     relative.time());
+  }
+  constexpr std::optional<DateTime> tryCarrying(std::optional<Relative> relative) const {
+    if (!relative) return std::nullopt;
+    return withDate(relative->days() == 0 && date_.hasDayCount()
+                        ? std::optional(date_)
+                        : date_.tryAddingDays(relative->days()),
+                    relative->time());
+  }
+  constexpr std::optional<DateTime> withDate(std::optional<QuandaAbstractDate> date) const {
+    return withDate(date, time_);
+  }
+  static constexpr std::optional<DateTime> withDate(std::optional<QuandaAbstractDate> date,
+                                                    Time time) {
+    if (!date) return std::nullopt;
+    return DateTime(*date, time);
+  }
+
+  std::optional<DateTime> tryRounded(double step) const {
+    return fromRoundedSecondsIfInRange(KeelMathUtil::roundTo(asDouble(), step));
+  }
+  // The date-time of a rounded count, or nothing where the count has no date-time (the aborting
+  // forms stop or clamp there).
+  static std::optional<DateTime> fromRoundedSecondsIfInRange(double seconds) {
+    constexpr double lastDay = QuandaAbstractDate::validDaysSinceDatumRange.max();
+    if (!(seconds >= 0.0 &&
+          std::floor(seconds / Quanda::SecondsIn::Gregorian::Day::count) <= lastDay)) {
+      return std::nullopt;
+    }
+    return fromRoundedSeconds(seconds);
   }
 
   DateTime rounded(double step) const {

@@ -23,6 +23,7 @@
 #include <string_view>
 #include <vector>
 
+#include "Keel/KeelCheckedArithmetic.h"
 #include "Keel/KeelError.h"
 #include "Keel/KeelOverride.h"
 #include "Keel/KeelResult.h"
@@ -113,6 +114,19 @@ class TimeOfDayCore {
     return relative().addingSeconds(seconds);
   }
   constexpr Relative adding(const Amounts& amounts) const { return relative().adding(amounts); }
+  // The same, refused (nothing) where the carried day count would leave 32 bits.
+  constexpr std::optional<Relative> tryAddingHours(std::int32_t hours) const {
+    return relative().tryAddingHours(hours);
+  }
+  constexpr std::optional<Relative> tryAddingMinutes(std::int64_t minutes) const {
+    return relative().tryAddingMinutes(minutes);
+  }
+  constexpr std::optional<Relative> tryAddingSeconds(typename Traits::SecondsAmount seconds) const {
+    return relative().tryAddingSeconds(seconds);
+  }
+  constexpr std::optional<Relative> tryAdding(const Amounts& amounts) const {
+    return relative().tryAdding(amounts);
+  }
 
   constexpr Time replacing(const Replacement& replacement) const {
     constexpr auto hours = Quanda::HoursIn::Gregorian::Day::validZeroBasedDomain;
@@ -147,8 +161,8 @@ class TimeOfDayCore {
 };
 
 // Traits of a relative kind provide Time, Total (the type of a signed second count),
-// SecondsAmount (what adding seconds takes), and total(days, time), hours(n), minutes(n) and
-// sum(a, b), each checked as the kind requires.
+// SecondsAmount (what adding seconds takes), and total(days, time), hours(n), tryMinutes(n) and
+// trySum(a, b), the last two answering nothing where the kind's arithmetic overflows.
 template <class Relative, class Traits>
 class RelativeTimeOfDayCore {
  public:
@@ -163,23 +177,38 @@ class RelativeTimeOfDayCore {
   constexpr Total seconds() const noexcept { return Traits::total(days_, time_); }
   constexpr double asDouble() const noexcept { return static_cast<double>(seconds()); }
 
-  // Each adds the amount to seconds() and normalises the total into (days, time).
-  constexpr Relative addingHours(std::int32_t hours) const {
-    return Relative::normalizing(Traits::sum(seconds(), Traits::hours(hours)));
+  // Each adds the amount to seconds() and normalises the total into (days, time). An overflow of
+  // the total or a day count beyond 32 bits stops the process; the try... forms answer nothing
+  // instead.
+  constexpr std::optional<Relative> tryAddingHours(std::int32_t hours) const {
+    return tryMoved(Traits::hours(hours));
   }
-  constexpr Relative addingMinutes(std::int64_t minutes) const {
-    return Relative::normalizing(Traits::sum(seconds(), Traits::minutes(minutes)));
+  constexpr std::optional<Relative> tryAddingMinutes(std::int64_t minutes) const {
+    const std::optional<Total> amount = Traits::tryMinutes(minutes);
+    return amount ? tryMoved(*amount) : std::nullopt;
   }
-  constexpr Relative addingSeconds(typename Traits::SecondsAmount amount) const {
-    return Relative::normalizing(Traits::sum(seconds(), amount));
+  constexpr std::optional<Relative> tryAddingSeconds(typename Traits::SecondsAmount amount) const {
+    return tryMoved(amount);
   }
   // Hours, then minutes, then seconds, skipping absent amounts and normalising after each.
-  constexpr Relative adding(const Amounts& amounts) const {
-    Relative result(days_, time_);
-    if (amounts.hours) result = result.addingHours(*amounts.hours);
-    if (amounts.minutes) result = result.addingMinutes(*amounts.minutes);
-    if (amounts.seconds) result = result.addingSeconds(*amounts.seconds);
+  constexpr std::optional<Relative> tryAdding(const Amounts& amounts) const {
+    std::optional<Relative> result = Relative(days_, time_);
+    if (amounts.hours) result = result->tryAddingHours(*amounts.hours);
+    if (result && amounts.minutes) result = result->tryAddingMinutes(*amounts.minutes);
+    if (result && amounts.seconds) result = result->tryAddingSeconds(*amounts.seconds);
     return result;
+  }
+  constexpr Relative addingHours(std::int32_t hours) const {
+    return keel::valueOrStop(tryAddingHours(hours), overflow);
+  }
+  constexpr Relative addingMinutes(std::int64_t minutes) const {
+    return keel::valueOrStop(tryAddingMinutes(minutes), overflow);
+  }
+  constexpr Relative addingSeconds(typename Traits::SecondsAmount amount) const {
+    return keel::valueOrStop(tryAddingSeconds(amount), overflow);
+  }
+  constexpr Relative adding(const Amounts& amounts) const {
+    return keel::valueOrStop(tryAdding(amounts), overflow);
   }
   // Absent overrides keep, present ones replace; nothing is normalised.
   constexpr Relative replacing(const Replacement& replacement) const noexcept {
@@ -204,7 +233,18 @@ class RelativeTimeOfDayCore {
   constexpr RelativeTimeOfDayCore(std::int32_t days, Time time) noexcept
       : days_(days), time_(time) {}
 
+  static constexpr const char* outsideTheDayCount =
+      "day count of a relative time of day outside the signed 32-bit range";
+  static constexpr const char* overflow =
+      "adding to a relative time of day overflows its seconds, or its day count leaves the signed "
+      "32-bit range";
+
  private:
+  constexpr std::optional<Relative> tryMoved(Total amount) const {
+    const std::optional<Total> total = Traits::trySum(seconds(), amount);
+    return total ? Relative::tryNormalizing(*total) : std::nullopt;
+  }
+
   std::int32_t days_;
   Time time_;
 };

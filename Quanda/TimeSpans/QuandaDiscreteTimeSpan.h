@@ -45,12 +45,17 @@ class QuandaDiscreteTimeSpan
   constexpr explicit QuandaDiscreteTimeSpan(QuandaNaturalTimeSpan natural)
       : QuandaTimeSpanCore(natural.seconds()) {}
 
-  // days x 86400 + hours x 3600 + minutes x 60 + seconds; stops on overflow.
+  // days x 86400 + hours x 3600 + minutes x 60 + seconds; stops on overflow, where tryMake
+  // answers nothing.
   //   QuandaDiscreteTimeSpan::make({.days = 1, .hours = 2})
+  static constexpr std::optional<QuandaDiscreteTimeSpan> tryMake(const Amounts& amounts) noexcept {
+    const auto total =
+        quanda_detail::tryClockTotal(amounts.days.value_or(0), amounts.hours.value_or(0),
+                                     amounts.minutes.value_or(0), amounts.seconds.value_or(0));
+    return total ? std::optional(QuandaDiscreteTimeSpan(*total)) : std::nullopt;
+  }
   static constexpr QuandaDiscreteTimeSpan make(const Amounts& amounts) {
-    return QuandaDiscreteTimeSpan(
-        quanda_detail::clockTotal(amounts.days.value_or(0), amounts.hours.value_or(0),
-                                  amounts.minutes.value_or(0), amounts.seconds.value_or(0)));
+    return keel::valueOrStop(tryMake(amounts), "integer overflow in a span's days and clock time");
   }
 
   // The span in the other direction; stops for the smallest count, which has no negation.

@@ -16,6 +16,7 @@
 #include <cstdint>
 #include <functional>
 #include <nlohmann/json_fwd.hpp>
+#include <optional>
 
 #include "Keel/KeelDomain.h"
 #include "Keel/KeelResult.h"
@@ -33,10 +34,19 @@ class QuandaNaturalTimeSpan
 
   static const QuandaNaturalTimeSpan zero;
 
-  // days x 86400 + hours x 3600 + minutes x 60 + seconds; stops on overflow.
+  // days x 86400 + hours x 3600 + minutes x 60 + seconds; stops on overflow, where tryMake
+  // answers nothing.
+  static constexpr std::optional<QuandaNaturalTimeSpan> tryMake(std::uint64_t days,
+                                                                std::uint64_t hours,
+                                                                std::uint64_t minutes,
+                                                                std::uint64_t seconds) noexcept {
+    const auto total = quanda_detail::tryClockTotal(days, hours, minutes, seconds);
+    return total ? std::optional(QuandaNaturalTimeSpan(*total)) : std::nullopt;
+  }
   static constexpr QuandaNaturalTimeSpan make(std::uint64_t days, std::uint64_t hours,
                                               std::uint64_t minutes, std::uint64_t seconds) {
-    return QuandaNaturalTimeSpan(quanda_detail::clockTotal(days, hours, minutes, seconds));
+    return keel::valueOrStop(tryMake(days, hours, minutes, seconds),
+                             "integer overflow in a span's days and clock time");
   }
 
   // |self - other|. Both counts are taken as signed 64-bit values first: a count of 2^63 or more

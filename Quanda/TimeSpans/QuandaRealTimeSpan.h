@@ -14,6 +14,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <optional>
 
 #include "Keel/KeelMathUtil.h"
 #include "Keel/KeelPrecision.h"
@@ -37,7 +38,14 @@ class QuandaRealTimeSpan : public quanda_detail::QuandaTimeSpanCore<QuandaRealTi
   // ((days x 86400 + hours x 3600) + minutes x 60) + seconds, added in that order in doubles.
   static constexpr QuandaRealTimeSpan make(std::uint64_t days, std::uint64_t hours,
                                            std::uint64_t minutes, double seconds) noexcept {
-    return QuandaRealTimeSpan(quanda_detail::clockTotal(days, hours, minutes, seconds));
+    return QuandaRealTimeSpan(*quanda_detail::tryClockTotal(days, hours, minutes, seconds));
+  }
+  // The same, nothing where the sum is not finite.
+  static constexpr std::optional<QuandaRealTimeSpan> tryMake(std::uint64_t days,
+                                                             std::uint64_t hours,
+                                                             std::uint64_t minutes,
+                                                             double seconds) noexcept {
+    return finite(*quanda_detail::tryClockTotal(days, hours, minutes, seconds));
   }
 
   QuandaRealTimeSpan abs() const noexcept { return QuandaRealTimeSpan(std::fabs(seconds())); }
@@ -52,6 +60,10 @@ class QuandaRealTimeSpan : public quanda_detail::QuandaTimeSpanCore<QuandaRealTi
   }
   QuandaRealTimeSpan ceilled(QuandaRealTimeSpan step) const {
     return QuandaRealTimeSpan(KeelMathUtil::ceil(seconds(), step.seconds()));
+  }
+  // rounded(step), nothing where the result is not finite.
+  std::optional<QuandaRealTimeSpan> tryRounded(QuandaRealTimeSpan step) const {
+    return finite(rounded(step).seconds());
   }
 
   // Equality within the tolerance (keelEquals on the seconds).

@@ -23,6 +23,7 @@
 #include <functional>
 #include <limits>
 #include <nlohmann/json_fwd.hpp>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <type_traits>
@@ -83,6 +84,16 @@ class QuandaTimeSpanCore {
       return Derived(x);
     }
   }
+  // The same for a number taken from outside: nothing where makeFromDouble would stop, and for the
+  // real span nothing for NaN and the infinities.
+  static std::optional<Derived> tryMakeFromDouble(double x) noexcept {
+    if constexpr (isWhole) {
+      const std::optional<Rep> seconds = keel::tryFromDouble<Rep>(std::floor(x));
+      return seconds ? std::optional(Derived(*seconds)) : std::nullopt;
+    } else {
+      return finite(x);
+    }
+  }
 
   constexpr Rep seconds() const noexcept { return seconds_; }
   constexpr bool isZero() const noexcept { return seconds_ == Rep{0}; }
@@ -108,9 +119,18 @@ class QuandaTimeSpanCore {
     }
   }
 
-  // As a std::chrono duration; a natural count of 2^63 seconds or more stops the process.
+  // As a std::chrono duration; a natural count of 2^63 seconds or more stops the process, and
+  // tryToChrono answers nothing for it.
   constexpr ChronoDuration toChrono() const {
     return ChronoDuration(convertedCount<typename ChronoDuration::rep>(seconds_));
+  }
+  constexpr std::optional<ChronoDuration> tryToChrono() const noexcept {
+    if constexpr (isWhole) {
+      const auto count = keel::tryNarrow<typename ChronoDuration::rep>(seconds_);
+      return count ? std::optional(ChronoDuration(*count)) : std::nullopt;
+    } else {
+      return ChronoDuration(seconds_);
+    }
   }
 
   // The length in larger units, as fractions.
@@ -126,6 +146,17 @@ class QuandaTimeSpanCore {
   Derived roundingToHour() const requires isWhole { return roundedToStep(hour); }
   Derived roundingToDay() const requires isWhole { return roundedToStep(day); }
   Derived roundingToWeek() const requires isWhole { return roundedToStep(week); }
+  // The same, nothing where the rounded count leaves the field.
+  std::optional<Derived> tryRoundingToMinute() const requires isWhole {
+    return tryRoundedToStep(minute);
+  }
+  std::optional<Derived> tryRoundingToHour() const requires isWhole {
+    return tryRoundedToStep(hour);
+  }
+  std::optional<Derived> tryRoundingToDay() const requires isWhole { return tryRoundedToStep(day); }
+  std::optional<Derived> tryRoundingToWeek() const requires isWhole {
+    return tryRoundedToStep(week);
+  }
 
   // The seconds followed by "s": "3600s", "-5s", "2.5s".
   std::string description() const {
@@ -152,9 +183,29 @@ class QuandaTimeSpanCore {
     return lhs.seconds() <=> rhs.seconds();
   }
 
+  // The sum and the difference for amounts taken from outside: nothing where the operators below
+  // stop (a whole count overflows) and, for the real span, where the result is not finite.
+  constexpr std::optional<Derived> tryAdding(const Derived& other) const noexcept {
+    if constexpr (isWhole) {
+      const std::optional<Rep> sum = keel::tryAdd(seconds_, other.seconds());
+      return sum ? std::optional(Derived(*sum)) : std::nullopt;
+    } else {
+      return finite(seconds_ + other.seconds());
+    }
+  }
+  constexpr std::optional<Derived> trySubtracting(
+      const Derived& other) const noexcept requires isSigned {
+    if constexpr (isWhole) {
+      const std::optional<Rep> difference = keel::trySubtract(seconds_, other.seconds());
+      return difference ? std::optional(Derived(*difference)) : std::nullopt;
+    } else {
+      return finite(seconds_ - other.seconds());
+    }
+  }
+
   friend constexpr Derived operator+(const Derived& lhs, const Derived& rhs) {
     if constexpr (isWhole) {
-      return Derived(keel::checkedAdd(lhs.seconds(), rhs.seconds()));
+      return keel::valueOrStop(lhs.tryAdding(rhs), "integer overflow in addition");
     } else {
       return Derived(lhs.seconds() + rhs.seconds());
     }
@@ -163,7 +214,7 @@ class QuandaTimeSpanCore {
 
   friend constexpr Derived operator-(const Derived& lhs, const Derived& rhs) requires isSigned {
     if constexpr (isWhole) {
-      return Derived(keel::checkedSubtract(lhs.seconds(), rhs.seconds()));
+      return keel::valueOrStop(lhs.trySubtracting(rhs), "integer overflow in subtraction");
     } else {
       return Derived(lhs.seconds() - rhs.seconds());
     }
@@ -190,27 +241,42 @@ class QuandaTimeSpanCore {
   Derived roundedToStep(double step) const {
     return Derived(keel::checkedFromDouble<Rep>(KeelMathUtil::roundTo(asDouble(), step)));
   }
+  std::optional<Derived> tryRoundedToStep(double step) const {
+    const std::optional<Rep> count =
+        keel::tryFromDouble<Rep>(KeelMathUtil::roundTo(asDouble(), step));
+    return count ? std::optional(Derived(*count)) : std::nullopt;
+  }
 
+ protected:
+  // The span of a double count, if it is finite.
+  static constexpr std::optional<Derived> finite(double seconds) noexcept {
+    if (!(seconds - seconds == 0.0)) return std::nullopt;  // NaN and the infinities
+    return Derived(seconds);
+  }
+
+ private:
   Rep seconds_;
 };
 
-// days x 86400 + hours x 3600 + minutes x 60 + seconds in the span's field: with checked
-// arithmetic for whole counts (an overflow stops the process), and for doubles summed in that
-// order, ((days + hours) + minutes) + seconds.
+// days x 86400 + hours x 3600 + minutes x 60 + seconds in the span's field: for doubles summed in
+// that order, ((days + hours) + minutes) + seconds; for whole counts nothing where a step
+// overflows.
 template <class Rep, class Count>
-constexpr Rep clockTotal(Count days, Count hours, Count minutes, Rep seconds) {
+constexpr std::optional<Rep> tryClockTotal(Count days, Count hours, Count minutes,
+                                           Rep seconds) noexcept {
   using namespace Quanda::SecondsIn::Gregorian;
   if constexpr (std::is_floating_point_v<Rep>) {
     return ((static_cast<Rep>(days) * Day::count + static_cast<Rep>(hours) * Hour::count) +
             static_cast<Rep>(minutes) * Minute::count) +
            seconds;
   } else {
-    using keel::checkedAdd;
-    using keel::checkedMultiply;
-    return checkedAdd(checkedAdd(checkedAdd(checkedMultiply(days, Rep{Day::count}),
-                                            checkedMultiply(hours, Rep{Hour::count})),
-                                 checkedMultiply(minutes, Rep{Minute::count})),
-                      seconds);
+    std::optional<Rep> total = keel::tryMultiply(days, Rep{Day::count});
+    const std::optional<Rep> inHours = keel::tryMultiply(hours, Rep{Hour::count});
+    const std::optional<Rep> inMinutes = keel::tryMultiply(minutes, Rep{Minute::count});
+    if (total && inHours) total = keel::tryAdd(*total, *inHours);
+    if (total && inMinutes) total = keel::tryAdd(*total, *inMinutes);
+    if (total && inHours && inMinutes) return keel::tryAdd(*total, seconds);
+    return std::nullopt;
   }
 }
 

@@ -8,9 +8,9 @@
 // Whole seconds give a natural date-time, a fractional second (or --real) a real one. Arithmetic
 // that would leave 0001-01-01...9999-12-31 is a programming error in the library, so the command
 // checks each step first, the way the date-time carries it, and refuses it with an error instead.
-#include <cmath>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <ostream>
@@ -18,12 +18,13 @@
 #include <string_view>
 #include <type_traits>
 #include <utility>
-#include <vector>
 
 #include "Quanda/Abstract/QuandaAbstractNaturalDateTime.h"
 #include "Quanda/Abstract/QuandaAbstractRealDateTime.h"
 #include "tools/quanda/QuandaCommand.h"
 #include "tools/quanda/QuandaCommandSupport.h"
+#include "tools/quanda/QuandaOptions.h"
+#include "tools/quanda/QuandaSteps.h"
 #include "tools/quanda/QuandaTimeArguments.h"
 
 namespace {
@@ -31,15 +32,12 @@ namespace {
 using Natural = QuandaAbstractNaturalDateTime;
 using Real = QuandaAbstractRealDateTime;
 
-constexpr std::string_view usage =
-    "datetime <date-time> [--real] [--add-years N] [--add-months N] [--add-days N] "
-    "[--add-hours N] [--add-minutes N] [--add-seconds N] [--round minute|hour|day] "
-    "[--floor minute|day] [--next HH:MM:SS]";
-constexpr std::string_view commandPath = "tools/quanda/DateTimeCommand";
+constexpr std::string_view path = "tools/quanda/DateTimeCommand";
 
-constexpr QuandaOptionSpec acceptedOptions[] = {
-    {"real", false}, {"add-years"},   {"add-months"}, {"add-days"}, {"add-hours"},
-    {"add-minutes"}, {"add-seconds"}, {"round"},      {"floor"},    {"next"},
+struct Arguments {
+  std::string text;
+  bool real = false;
+  QuandaSteps steps;
 };
 
 KeelArguments describe(const Natural& dateTime) {
@@ -68,201 +66,152 @@ bool staysInRange(QuandaAbstractDate date, std::optional<std::int32_t> days) {
   return target >= 0 && target <= QuandaAbstractDate::validDaysSinceDatumRange.max();
 }
 
-// One option, read and ready to apply to a date-time.
 template <class DateTime>
 using Step = std::function<KeelResult<DateTime>(const DateTime&)>;
 
 template <class DateTime>
-KeelResult<DateTime> outsideTheCalendar(const DateTime& dateTime, const QuandaOption& option) {
+KeelError outsideTheCalendar(const DateTime& dateTime, const QuandaStep& step) {
   return KeelError::fault("Result outside 0001-01-01 ... 9999-12-31",
                           {{"dateTime", dateTime.serializedToRfc3339String()},
-                           {"option", "--" + option.name},
-                           {"value", option.value}},
-                          commandPath, "datetime");
+                           {"option", step.option},
+                           {"value", step.value}},
+                          path, "datetime");
 }
 
-// A clock move by the option's amount in units of unitSeconds.
+// A clock move by the step's amount in units of unitSeconds.
 template <class DateTime, class Amount, class Move>
-Step<DateTime> clockStep(QuandaOption option, Amount amount, std::int64_t unitSeconds, Move move) {
+Step<DateTime> clockStep(const QuandaStep& step, std::int64_t unitSeconds, Move move) {
+  const Amount amount = quandaNumber<Amount>(step.value, step.option);
   return [=](const DateTime& dateTime) -> KeelResult<DateTime> {
     if (!staysInRange(dateTime.date(),
                       quandaCarriedDays(dateTime.secondsSinceMidnight(), amount, unitSeconds))) {
-      return outsideTheCalendar(dateTime, option);
+      return outsideTheCalendar(dateTime, step);
     }
     return move(dateTime, amount);
   };
 }
 
-// Reads one option into a step; a value the command cannot read is a usage error, a time of day
-// the library refuses (for --next) is the library's error.
+// A step ready to apply to a date-time of this kind; an amount it cannot take is a misuse.
 template <class DateTime>
-KeelResult<Step<DateTime>> readStep(const QuandaOption& option) {
-  using Result = KeelResult<Step<DateTime>>;
+Step<DateTime> makeStep(const QuandaStep& step) {
   using Time = std::remove_cvref_t<decltype(std::declval<DateTime>().time())>;
-  const std::string& name = option.name;
-  const std::string& value = option.value;
-  const auto readInteger = [&]<class Integer>(Integer) {
-    return parseQuandaInteger<Integer>(value, name);
-  };
-  if (name == "add-years" || name == "add-months" || name == "add-days") {
-    const KeelResult<std::int32_t> amount = readInteger(std::int32_t{});
-    if (!amount) return (amount.error());
-    const std::int32_t n = amount.value();
-    return Step<DateTime>([=](const DateTime& dateTime) -> KeelResult<DateTime> {
+  const std::string& name = step.option;
+  if (name == "--add-years" || name == "--add-months" || name == "--add-days") {
+    const auto n = quandaNumber<std::int32_t>(step.value, name);
+    return [=](const DateTime& dateTime) -> KeelResult<DateTime> {
       const QuandaAbstractDate date = dateTime.date();
-      if (name == "add-days") {
-        if (!staysInRange(date, n)) return outsideTheCalendar(dateTime, option);
+      if (name == "--add-days") {
+        if (!staysInRange(date, n)) return outsideTheCalendar(dateTime, step);
         return dateTime.addingDays(n);
       }
-      const std::int64_t months = name == "add-years" ? std::int64_t{n} * 12 : n;
+      const std::int64_t months = name == "--add-years" ? std::int64_t{n} * 12 : n;
       const std::int64_t total = std::int64_t{date.year()} * 12 + (date.month() - 1) + months;
       const std::int64_t year = total / 12 - (total % 12 < 0 ? 1 : 0);
-      if (year < 1 || year > 9999) return outsideTheCalendar(dateTime, option);
-      return name == "add-years" ? dateTime.addingYears(static_cast<std::int16_t>(n))
-                                 : dateTime.addingMonths(n);
-    });
+      if (year < 1 || year > 9999) return outsideTheCalendar(dateTime, step);
+      return name == "--add-years" ? dateTime.addingYears(static_cast<std::int16_t>(n))
+                                   : dateTime.addingMonths(n);
+    };
   }
-  if (name == "add-hours") {
-    const KeelResult<std::int32_t> hours = readInteger(std::int32_t{});
-    if (!hours) return (hours.error());
-    return clockStep<DateTime>(option, hours.value(), 3600,
-                               [](const DateTime& d, std::int32_t n) { return d.addingHours(n); });
+  if (name == "--add-hours") {
+    return clockStep<DateTime, std::int32_t>(
+        step, 3600, [](const DateTime& d, std::int32_t n) { return d.addingHours(n); });
   }
-  if (name == "add-minutes") {
-    const KeelResult<std::int64_t> minutes = readInteger(std::int64_t{});
-    if (!minutes) return (minutes.error());
-    return clockStep<DateTime>(option, minutes.value(), 60, [](const DateTime& d, std::int64_t n) {
-      return d.addingMinutes(n);
-    });
+  if (name == "--add-minutes") {
+    return clockStep<DateTime, std::int64_t>(
+        step, 60, [](const DateTime& d, std::int64_t n) { return d.addingMinutes(n); });
   }
-  if (name == "add-seconds") {
-    if constexpr (std::is_same_v<DateTime, Real>) {
-      const KeelResult<double> seconds = parseQuandaDecimal(value, name);
-      if (!seconds) return (seconds.error());
-      return clockStep<DateTime>(option, seconds.value(), 1,
-                                 [](const DateTime& d, double n) { return d.addingSeconds(n); });
-    } else {
-      const KeelResult<std::int64_t> seconds = readInteger(std::int64_t{});
-      if (!seconds) return (seconds.error());
-      return clockStep<DateTime>(option, seconds.value(), 1, [](const DateTime& d, std::int64_t n) {
-        return d.addingSeconds(n);
-      });
-    }
+  if (name == "--add-seconds") {
+    using Seconds = std::conditional_t<std::is_same_v<DateTime, Real>, double, std::int64_t>;
+    return clockStep<DateTime, Seconds>(
+        step, 1, [](const DateTime& d, Seconds n) { return d.addingSeconds(n); });
   }
-  if (name == "round" || name == "floor") {
-    const bool round = name == "round";
-    if (value == "minute") {
-      return Step<DateTime>([=](const DateTime& d) -> KeelResult<DateTime> {
-        return round ? d.roundingToMinute() : d.flooringToMinute();
-      });
-    }
-    if (value == "day") {
-      return Step<DateTime>([=](const DateTime& d) -> KeelResult<DateTime> {
-        return round ? d.roundingToDay() : d.flooringToDay();
-      });
-    }
-    if (value == "hour" && round) {
-      return Step<DateTime>(
-          [](const DateTime& d) -> KeelResult<DateTime> { return d.roundingToHour(); });
-    }
-    return Result("Unknown unit",
-                  {{"option", "--" + name},
-                   {"value", value},
-                   {"units", round ? "minute, hour, day" : "minute, day"}},
-                  commandPath, "datetime", __LINE__);
+  if (name == "--round" || name == "--floor") {
+    const bool round = name == "--round";
+    const std::string unit = step.value;
+    return [=](const DateTime& d) -> KeelResult<DateTime> {
+      if (unit == "minute") return round ? d.roundingToMinute() : d.flooringToMinute();
+      if (unit == "hour") return d.roundingToHour();
+      return round ? d.roundingToDay() : d.flooringToDay();
+    };
   }
   // --next: the first date-time at that time of day after this one.
-  const KeelResult<Time> time = Time::makeFromIso8601String(value);
-  if (!time) return (time.error());
-  return Step<DateTime>([option, time = time.value()](const DateTime& d) -> KeelResult<DateTime> {
-    if (d.date() == QuandaAbstractDate::validRange.max() && !(time > d.time())) {
-      return outsideTheCalendar(d, option);
+  return [step](const DateTime& d) -> KeelResult<DateTime> {
+    const KeelResult<Time> time = Time::makeFromIso8601String(step.value);
+    if (!time) return KeelError::wrap(time.error(), {{"option", step.option}}, path, "datetime");
+    if (d.date() == QuandaAbstractDate::validRange.max() && !(time.value() > d.time())) {
+      return outsideTheCalendar(d, step);
     }
-    return d.next(time, false);
-  });
+    return d.next(time.value(), false);
+  };
 }
 
 template <class DateTime>
-int run(const DateTime& start, const QuandaArguments& arguments, std::ostream& out,
-        std::ostream& err) {
-  // Every option is read before anything is applied, so that a misspelt one changes nothing.
-  std::vector<std::pair<const QuandaOption*, Step<DateTime>>> steps;
-  for (const QuandaOption& option : arguments.options) {
-    if (option.name == "real") continue;
-    KeelResult<Step<DateTime>> step = readStep<DateTime>(option);
-    if (!step) {
-      const bool libraryRefused = option.name == "next";
-      if (libraryRefused) {
-        printQuandaError(step.error(), err);
-        return quandaExitFailure;
-      }
-      return printQuandaUsageError(step.error(), usage, err);
-    }
-    steps.emplace_back(&option, std::move(step).value());
-  }
-  printQuandaTable(describe(start), out);
-  DateTime current = start;
-  for (const auto& [option, step] : steps) {
-    const KeelResult<DateTime> next = step(current);
-    if (!next) {
-      printQuandaError(next.error(), err);
-      return quandaExitFailure;
-    }
-    current = next.value();
-    out << "\n--" << option->name << (option->value.empty() ? "" : " ") << option->value << ":\n";
-    printQuandaTable(describe(current), out, "  ");
-  }
-  return 0;
+QuandaOutcome run(const DateTime& start, const Arguments& arguments, std::ostream& out) {
+  const auto describeThis = [](const DateTime& d) { return describe(d); };
+  return runQuandaSteps(start, describe(start), arguments.steps.given(), makeStep<DateTime>,
+                        describeThis, out);
 }
 
-int runDateTime(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-  const KeelResult<QuandaArguments> parsed = parseQuandaArguments(args, acceptedOptions);
-  if (!parsed) return printQuandaUsageError(parsed.error(), usage, err);
-  const QuandaArguments& arguments = parsed.value();
-  if (arguments.positionals.size() != 1) {
-    return printQuandaUsageError(
-        KeelError("Expected one date-time", {{"arguments", arguments.positionals}}, commandPath,
-                  "datetime", __LINE__),
-        usage, err);
-  }
-  const std::string& text = arguments.positionals.front();
+// Digits alone are the packed number, a fraction (or --real) a real date-time, anything else
+// the RFC 3339 text.
+QuandaOutcome run(const Arguments& arguments, std::ostream& out) {
+  const std::string& text = arguments.text;
   const bool digitsOnly = text.find_first_not_of("0123456789") == std::string::npos;
   const bool fractional = text.find_first_of(".,") != std::string::npos;
-  if (!digitsOnly && (fractional || arguments.has("real"))) {
+  if (!digitsOnly && (fractional || arguments.real)) {
     const KeelResult<Real> dateTime = Real::makeFromRfc3339String(text);
-    if (!dateTime) {
-      printQuandaError(dateTime.error(), err);
-      return quandaExitFailure;
-    }
-    return run(dateTime.value(), arguments, out, err);
+    if (!dateTime)
+      return KeelError::wrap(dateTime.error(), {{"date-time", text}}, path, "datetime");
+    return run(dateTime.value(), arguments, out);
   }
-  KeelResult<Natural> dateTime = [&]() -> KeelResult<Natural> {
-    if (!digitsOnly) return Natural::makeFromRfc3339String(text);
-    const KeelResult<std::uint64_t> number = parseQuandaInteger<std::uint64_t>(text, "date-time");
-    if (!number) return (number.error());
-    return Natural::makeFromRfc3339Numeric(number.value());
-  }();
-  if (!dateTime) {
-    printQuandaError(dateTime.error(), err);
-    return quandaExitFailure;
-  }
-  if (arguments.has("real")) return run(Real(dateTime.value()), arguments, out, err);
-  return run(dateTime.value(), arguments, out, err);
+  const KeelResult<Natural> dateTime =
+      digitsOnly ? Natural::makeFromRfc3339Numeric(quandaNumber<std::uint64_t>(text, "date-time"))
+                 : Natural::makeFromRfc3339String(text);
+  if (!dateTime) return KeelError::wrap(dateTime.error(), {{"date-time", text}}, path, "datetime");
+  if (arguments.real) return run(Real(dateTime.value()), arguments, out);
+  return run(dateTime.value(), arguments, out);
+}
+
+QuandaRun declare(CLI::App& command) {
+  auto arguments = std::make_shared<Arguments>();
+  command
+      .add_option("date-time", arguments->text,
+                  "YYYY-MM-DDTHH:MM:SS[.fff] or the packed number YYYYMMDDhhmmss")
+      ->type_name("")
+      ->required();
+  command.add_flag("--real", arguments->real, "Reads the date-time as a real one");
+  QuandaSteps& steps = arguments->steps;
+  const CLI::Validator whole = quandaNumberCheck<std::int32_t>();
+  steps.add(command, "--add-years", "Adds years", whole);
+  steps.add(command, "--add-months", "Adds months", whole);
+  steps.add(command, "--add-days", "Adds days", whole);
+  steps.add(command, "--add-hours", "Adds hours", whole);
+  steps.add(command, "--add-minutes", "Adds minutes", quandaNumberCheck<std::int64_t>());
+  steps.add(command, "--add-seconds", "Adds seconds (fractional for a real date-time)",
+            quandaNumberCheck<double>());
+  steps.add(command, "--round", "Rounds to the nearest unit",
+            CLI::IsMember({"minute", "hour", "day"}).description(""), "minute|hour|day");
+  steps.add(command, "--floor", "Rounds down to the unit",
+            CLI::IsMember({"minute", "day"}).description(""), "minute|day");
+  steps.add(command, "--next", "Moves to that time of day, after this date-time", CLI::Validator(),
+            "HH:MM:SS");
+  return [arguments](std::ostream& out) { return run(*arguments, out); };
 }
 
 const bool registered = registerQuandaCommand({
     .name = "datetime",
-    .usage = usage,
-    .summary = "Reads a date-time (YYYY-MM-DDTHH:MM:SS[.fff] or YYYYMMDDhhmmss), shows every form "
-               "of it, and applies calendar and clock arithmetic in order.",
-    .run = runDateTime,
+    .summary = "Reads a date-time, shows every form of it, applies date and clock steps.",
+    .detail = "Whole seconds make a natural date-time, a fractional second or --real a real one.\n"
+              "The --add, --round, --floor and --next steps apply in the order given, and may\n"
+              "repeat. A step that would leave 0001-01-01 ... 9999-12-31 is refused.\n",
+    .declare = declare,
     .demonstrations =
         {
-            {"2024-02-29T23:59:59"},
-            {"2024-12-31T23:30:00", "--add-hours", "1", "--next", "08:00:00"},
-            {"20240130101530", "--add-days", "1", "--add-months", "1", "--round", "hour"},
-            {"2024-03-05T07:08:09.25", "--add-seconds", "-0.5", "--floor", "minute"},
-            {"2024-12-31T23:59:59", "--real", "--add-seconds", "1.25"},
+            {.args = {"2024-02-29T23:59:59"}},
+            {.args = {"2024-12-31T23:30:00", "--add-hours", "1", "--next", "08:00:00"}},
+            {.args = {"20240130101530", "--add-days", "1", "--add-months", "1", "--round", "hour"}},
+            {.args = {"2024-03-05T07:08:09.25", "--add-seconds", "-0.5", "--floor", "minute"}},
+            {.args = {"2024-12-31T23:59:59", "--real", "--add-seconds", "1.25"}},
         },
 });
 

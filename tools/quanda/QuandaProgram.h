@@ -1,11 +1,16 @@
 // QuandaProgram: the quanda program's own behaviour, apart from main() so that tests can run it.
 //
-//   quanda                      shows every command at work (its demonstrations)
-//   quanda help | --help | -h   lists the commands with their usage and summary
-//   quanda help <command>       shows one command's usage, summary and examples
-//   quanda <command> args...    runs the command; its exit status is the program's
+//   quanda                          shows every command at work (its demonstrations)
+//   quanda help | -h | --help       lists the commands, one line each
+//   quanda help <command>           one command's help: usage, arguments, options, examples
+//   quanda <command> -h | --help    the same
+//   quanda --version                the program's version
+//   quanda [-v] <command> args...   runs the command; -v (anywhere) shows a refusal's whole chain
 //
-// An unknown command prints the listing to err and ends with quandaExitUsage.
+// Exit statuses: 0 success, 1 the library refused a value of the right form, 2 a misuse of the
+// program (an unknown command or option, a missing or extra argument, text not of the expected
+// form). A refusal or a misuse is one line on err; an unknown command or option names the
+// nearest known one.
 #pragma once
 
 #include <iosfwd>

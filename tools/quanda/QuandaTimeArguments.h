@@ -1,5 +1,4 @@
-// What the time, date-time and span commands need beyond QuandaCommandSupport: reading a
-// fractional amount, and checking a clock move before the library makes it.
+// What the time and date-time commands need to check a clock move before the library makes it.
 //
 // Moving a clock so far that its day count leaves 32 bits, or a date-time off 0001...9999, is a
 // programming error in the library, which stops the process. A command must refuse such an input
@@ -7,30 +6,10 @@
 // times of day compute them, and checks them.
 #pragma once
 
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <optional>
-#include <string_view>
 #include <type_traits>
-
-#include "Keel/KeelResult.h"
-
-// Reads a finite decimal number ("2.5", "-30", "+1e3"), naming the argument in the error as
-// parseQuandaInteger does.
-inline KeelResult<double> parseQuandaDecimal(std::string_view text, std::string_view name) {
-  // from_chars takes no leading '+'; a second sign after it is still refused.
-  std::string_view digits = text;
-  if (!digits.empty() && digits.front() == '+') digits.remove_prefix(1);
-  double value = 0;
-  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-  if (digits.empty() || digits.front() == '+' || error != std::errc{} ||
-      end != digits.data() + digits.size() || !std::isfinite(value)) {
-    return KeelError::fault("Not a finite decimal number", {{"argument", name}, {"text", text}},
-                            "tools/quanda/QuandaTimeArguments", "parseQuandaDecimal");
-  }
-  return value;
-}
 
 // The whole days that moving a count of seconds (a relative time's total, or a time's seconds
 // since midnight) by amount * unitSeconds carries: floor(total / 86400), in checked 64-bit

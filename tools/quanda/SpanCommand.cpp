@@ -12,21 +12,22 @@
 // the library itself (subtract), whose error is shown.
 #include <cmath>
 #include <cstdint>
+#include <functional>
 #include <limits>
+#include <memory>
 #include <nlohmann/json.hpp>
 #include <ostream>
 #include <string>
 #include <string_view>
 #include <type_traits>
-#include <vector>
 
 #include "Keel/KeelMathUtil.h"
 #include "Quanda/TimeSpans/QuandaDiscreteTimeSpan.h"
 #include "Quanda/TimeSpans/QuandaNaturalTimeSpan.h"
 #include "Quanda/TimeSpans/QuandaRealTimeSpan.h"
 #include "tools/quanda/QuandaCommand.h"
-#include "tools/quanda/QuandaCommandSupport.h"
-#include "tools/quanda/QuandaTimeArguments.h"
+#include "tools/quanda/QuandaOptions.h"
+#include "tools/quanda/QuandaSteps.h"
 
 namespace {
 
@@ -34,17 +35,17 @@ using Natural = QuandaNaturalTimeSpan;
 using Discrete = QuandaDiscreteTimeSpan;
 using Real = QuandaRealTimeSpan;
 
-constexpr std::string_view usage =
-    "span <seconds> [--natural | --discrete | --real] [--add-days N] [--add-hours N] "
-    "[--add-minutes N] [--add-seconds N] [--round minute|hour|day|week]";
-constexpr std::string_view commandPath = "tools/quanda/SpanCommand";
-
-constexpr QuandaOptionSpec acceptedOptions[] = {
-    {"natural", false}, {"discrete", false}, {"real", false}, {"add-days"},
-    {"add-hours"},      {"add-minutes"},     {"add-seconds"}, {"round"},
-};
+constexpr std::string_view path = "tools/quanda/SpanCommand";
 
 constexpr double twoTo63 = 9223372036854775808.0;
+
+struct Arguments {
+  std::string text;
+  bool natural = false;
+  bool discrete = false;
+  bool real = false;
+  QuandaSteps steps;
+};
 
 template <class Span>
 KeelArguments describe(Span span) {
@@ -72,25 +73,27 @@ KeelArguments describe(Span span) {
   return rows;
 }
 
-KeelError outsideTheRange(std::string_view span, const QuandaOption& option) {
-  return KeelError("Result outside the span's range",
-                   {{"span", span}, {"option", "--" + option.name}, {"value", option.value}},
-                   commandPath, "span", __LINE__);
+KeelError outsideTheRange(std::string_view span, const QuandaStep& step) {
+  return KeelError::fault("Result outside the span's range",
+                          {{"span", span}, {"option", step.option}, {"value", step.value}}, path,
+                          "span");
 }
 
 std::int64_t unitSeconds(std::string_view option) {
-  if (option == "add-days") return 86400;
-  if (option == "add-hours") return 3600;
-  if (option == "add-minutes") return 60;
+  if (option == "--add-days") return 86400;
+  if (option == "--add-hours") return 3600;
+  if (option == "--add-minutes") return 60;
   return 1;
 }
+
+template <class Span>
+using Amount = std::conditional_t<std::is_same_v<Span, Real>, double, std::int64_t>;
 
 // The span moved by amount * unit seconds: checked sums for the whole kinds (and the library's
 // subtract for a natural span moving back), a plain sum for the real kind.
 template <class Span>
-KeelResult<Span> added(
-    Span span, const QuandaOption& option, std::int64_t unit,
-    std::conditional_t<std::is_same_v<Span, Real>, double, std::int64_t> amount) {
+KeelResult<Span> added(Span span, const QuandaStep& step, Amount<Span> amount) {
+  const std::int64_t unit = unitSeconds(step.option);
   if constexpr (std::is_same_v<Span, Real>) {
     return span + Real(amount * static_cast<double>(unit));
   } else if constexpr (std::is_same_v<Span, Discrete>) {
@@ -98,7 +101,7 @@ KeelResult<Span> added(
     std::int64_t sum = 0;
     if (__builtin_mul_overflow(amount, unit, &product) ||
         __builtin_add_overflow(span.seconds(), product, &sum)) {
-      return (outsideTheRange(span.description(), option));
+      return outsideTheRange(span.description(), step);
     }
     return span + Discrete(product);
   } else {
@@ -112,7 +115,7 @@ KeelResult<Span> added(
         (amount >= 0 && __builtin_add_overflow(span.seconds(), magnitude, &sum)) ||
         (amount < 0 &&
          (span.seconds() >= std::uint64_t{1} << 63 || magnitude >= std::uint64_t{1} << 63))) {
-      return (outsideTheRange(span.description(), option));
+      return outsideTheRange(span.description(), step);
     }
     if (amount >= 0) return span + Natural(magnitude);
     return span.subtract(Natural(magnitude));
@@ -120,135 +123,107 @@ KeelResult<Span> added(
 }
 
 template <class Span>
-KeelResult<Span> rounded(Span span, const QuandaOption& option) {
-  const std::string_view unit = option.value;
-  const double step = unit == "minute" ? 60.0
-                      : unit == "hour" ? 3600.0
-                      : unit == "day"  ? 86400.0
-                      : unit == "week" ? 604800.0
-                                       : 0.0;
+KeelResult<Span> rounded(Span span, const QuandaStep& step) {
+  const std::string_view unit = step.value;
+  const double seconds = unit == "minute" ? 60.0
+                         : unit == "hour" ? 3600.0
+                         : unit == "day"  ? 86400.0
+                                          : 604800.0;
   if constexpr (std::is_same_v<Span, Real>) {
-    return span.rounded(Real(step));
+    return span.rounded(Real(seconds));
   } else {
     // The library rounds in doubles; a result past the field's end stops it, so refuse it here.
-    const double result = KeelMathUtil::roundTo(span.asDouble(), step);
+    const double result = KeelMathUtil::roundTo(span.asDouble(), seconds);
     const bool fits = std::is_same_v<Span, Natural> ? result > -1.0 && result < 2.0 * twoTo63
                                                     : result >= -twoTo63 && result < twoTo63;
-    if (!fits) return (outsideTheRange(span.description(), option));
-    if (step == 60.0) return span.roundingToMinute();
-    if (step == 3600.0) return span.roundingToHour();
-    if (step == 86400.0) return span.roundingToDay();
+    if (!fits) return outsideTheRange(span.description(), step);
+    if (seconds == 60.0) return span.roundingToMinute();
+    if (seconds == 3600.0) return span.roundingToHour();
+    if (seconds == 86400.0) return span.roundingToDay();
     return span.roundingToWeek();
   }
 }
 
 template <class Span>
-int run(Span span, const QuandaArguments& arguments, std::ostream& out, std::ostream& err) {
-  using Amount = std::conditional_t<std::is_same_v<Span, Real>, double, std::int64_t>;
-  // Every option is read before anything is applied, so that a misspelt one changes nothing.
-  std::vector<std::pair<const QuandaOption*, Amount>> steps;
-  for (const QuandaOption& option : arguments.options) {
-    if (option.name == "natural" || option.name == "discrete" || option.name == "real") continue;
-    if (option.name == "round") {
-      const std::string& unit = option.value;
-      if (unit != "minute" && unit != "hour" && unit != "day" && unit != "week") {
-        return printQuandaUsageError(
-            KeelError(
-                "Unknown unit",
-                {{"option", "--round"}, {"value", unit}, {"units", "minute, hour, day, week"}},
-                commandPath, "span", __LINE__),
-            usage, err);
-      }
-      steps.emplace_back(&option, Amount{});
-      continue;
-    }
-    if constexpr (std::is_same_v<Span, Real>) {
-      const KeelResult<double> amount = parseQuandaDecimal(option.value, option.name);
-      if (!amount) return printQuandaUsageError(amount.error(), usage, err);
-      steps.emplace_back(&option, amount.value());
-    } else {
-      const KeelResult<std::int64_t> amount =
-          parseQuandaInteger<std::int64_t>(option.value, option.name);
-      if (!amount) return printQuandaUsageError(amount.error(), usage, err);
-      steps.emplace_back(&option, amount.value());
-    }
-  }
-
-  printQuandaTable(describe(span), out);
-  for (const auto& [option, amount] : steps) {
-    const KeelResult<Span> next = option->name == "round"
-                                      ? rounded(span, *option)
-                                      : added(span, *option, unitSeconds(option->name), amount);
-    if (!next) {
-      printQuandaError(next.error(), err);
-      return quandaExitFailure;
-    }
-    span = next.value();
-    out << "\n--" << option->name << ' ' << option->value << ":\n";
-    printQuandaTable(describe(span), out, "  ");
-  }
-  return 0;
+std::function<KeelResult<Span>(const Span&)> makeStep(const QuandaStep& step) {
+  if (step.option == "--round") return [step](const Span& span) { return rounded(span, step); };
+  const Amount<Span> amount = quandaNumber<Amount<Span>>(step.value, step.option);
+  return [step, amount](const Span& span) { return added(span, step, amount); };
 }
 
-int runSpan(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-  const KeelResult<QuandaArguments> parsed = parseQuandaArguments(args, acceptedOptions);
-  if (!parsed) return printQuandaUsageError(parsed.error(), usage, err);
-  const QuandaArguments& arguments = parsed.value();
-  if (arguments.positionals.size() != 1) {
-    return printQuandaUsageError(
-        KeelError("Expected one count of seconds", {{"arguments", arguments.positionals}},
-                  commandPath, "span", __LINE__),
-        usage, err);
-  }
-  const std::string& text = arguments.positionals.front();
+template <class Span>
+QuandaOutcome run(Span span, const Arguments& arguments, std::ostream& out) {
+  const auto describeThis = [](const Span& each) { return describe(each); };
+  return runQuandaSteps(span, describe(span), arguments.steps.given(), makeStep<Span>, describeThis,
+                        out);
+}
+
+// A whole count makes a natural span (a discrete one when negative), a fraction a real one,
+// unless a kind is asked for; a whole kind floors a fraction, as its factory from a double does.
+QuandaOutcome run(const Arguments& arguments, std::ostream& out) {
+  const std::string& text = arguments.text;
   const bool whole = !text.empty() && text.find_first_not_of("+-0123456789") == std::string::npos;
-  const bool negative = !text.empty() && text.front() == '-';
-  const bool real =
-      arguments.has("real") || (!whole && !arguments.has("natural") && !arguments.has("discrete"));
-  if (real) {
-    const KeelResult<double> seconds = parseQuandaDecimal(text, "seconds");
-    if (!seconds) return printQuandaUsageError(seconds.error(), usage, err);
-    return run(Real(seconds.value()), arguments, out, err);
-  }
-  const bool discrete = arguments.has("discrete") || (negative && !arguments.has("natural"));
+  const bool real = arguments.real || (!whole && !arguments.natural && !arguments.discrete);
+  if (real) return run(Real(quandaNumber<double>(text, "seconds")), arguments, out);
+  const bool discrete = arguments.discrete || (text.starts_with('-') && !arguments.natural);
   if (!whole) {
-    // A fraction for a whole kind: the kind's init(double:), which floors.
-    const KeelResult<double> seconds = parseQuandaDecimal(text, "seconds");
-    if (!seconds) return printQuandaUsageError(seconds.error(), usage, err);
-    const double floor = std::floor(seconds.value());
+    const double seconds = quandaNumber<double>(text, "seconds");
+    const double floor = std::floor(seconds);
     if (discrete ? !(floor >= -twoTo63 && floor < twoTo63)
                  : !(floor > -1.0 && floor < 2.0 * twoTo63)) {
-      printQuandaError(KeelError("Seconds outside the span's range", {{"seconds", text}},
-                                 commandPath, "span", __LINE__),
-                       err);
-      return quandaExitFailure;
+      return KeelError::fault("Seconds outside the span's range", {{"seconds", text}}, path,
+                              "span");
     }
-    if (discrete) return run(Discrete::makeFromDouble(seconds.value()), arguments, out, err);
-    return run(Natural::makeFromDouble(seconds.value()), arguments, out, err);
+    if (discrete) return run(Discrete::makeFromDouble(seconds), arguments, out);
+    return run(Natural::makeFromDouble(seconds), arguments, out);
   }
-  if (discrete) {
-    const KeelResult<std::int64_t> seconds = parseQuandaInteger<std::int64_t>(text, "seconds");
-    if (!seconds) return printQuandaUsageError(seconds.error(), usage, err);
-    return run(Discrete(seconds.value()), arguments, out, err);
-  }
-  const KeelResult<std::uint64_t> seconds = parseQuandaInteger<std::uint64_t>(text, "seconds");
-  if (!seconds) return printQuandaUsageError(seconds.error(), usage, err);
-  return run(Natural(seconds.value()), arguments, out, err);
+  if (discrete) return run(Discrete(quandaNumber<std::int64_t>(text, "seconds")), arguments, out);
+  return run(Natural(quandaNumber<std::uint64_t>(text, "seconds")), arguments, out);
+}
+
+QuandaRun declare(CLI::App& command) {
+  auto arguments = std::make_shared<Arguments>();
+  command.add_option("seconds", arguments->text, "A count of seconds, whole or fractional")
+      ->type_name("")
+      ->required();
+  CLI::Option* natural =
+      command.add_flag("--natural", arguments->natural, "A natural span: whole, never negative")
+          ->option_text(" ");
+  CLI::Option* discrete =
+      command.add_flag("--discrete", arguments->discrete, "Or a discrete one: whole, with a sign")
+          ->option_text(" ");
+  CLI::Option* real =
+      command.add_flag("--real", arguments->real, "Or a real one: fractional")->option_text(" ");
+  natural->excludes(discrete)->excludes(real);
+  discrete->excludes(real);
+  QuandaSteps& steps = arguments->steps;
+  const CLI::Validator number = quandaNumberCheck<double>();
+  steps.add(command, "--add-days", "Adds days", number);
+  steps.add(command, "--add-hours", "Adds hours", number);
+  steps.add(command, "--add-minutes", "Adds minutes", number);
+  steps.add(command, "--add-seconds", "Adds seconds", number);
+  steps.add(command, "--round", "Rounds to the nearest unit",
+            CLI::IsMember({"minute", "hour", "day", "week"}).description(""),
+            "minute|hour|day|week");
+  return [arguments](std::ostream& out) { return run(*arguments, out); };
 }
 
 const bool registered = registerQuandaCommand({
     .name = "span",
-    .usage = usage,
-    .summary = "Reads a time span as a count of seconds (natural, discrete or real), shows every "
-               "form of it, and adds amounts or rounds it.",
-    .run = runSpan,
+    .summary = "Reads a span of seconds, shows every form of it, adds to it or rounds it.",
+    .detail =
+        "A whole count makes a natural span (a discrete one when negative), a fraction a real\n"
+        "one; --natural, --discrete and --real choose the kind (a whole kind floors a\n"
+        "fraction). Amounts are whole for the whole kinds. The --add and --round steps apply\n"
+        "in the order given, and may repeat; a result past the kind's range is refused.\n",
+    .declare = declare,
     .demonstrations =
         {
-            {"93784", "--round", "hour"},
-            {"-7200", "--add-hours", "3", "--add-minutes", "-90"},
-            {"3600", "--add-days", "1", "--add-seconds", "-90000"},
-            {"2.5", "--add-minutes", "1", "--round", "minute"},
-            {"2.9", "--discrete"},
+            {.args = {"93784", "--round", "hour"}},
+            {.args = {"-7200", "--add-hours", "3", "--add-minutes", "-90"}},
+            {.args = {"3600", "--add-days", "1", "--add-seconds", "-90000"}},
+            {.args = {"2.5", "--add-minutes", "1", "--round", "minute"}},
+            {.args = {"2.9", "--discrete"}},
         },
 });
 

@@ -7,17 +7,19 @@
 //   quanda time 70509                           (the packed number hhmmss)
 //   quanda time 23:59:30.25 --add-seconds 45.5  (fractional seconds: a real time of day)
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <nlohmann/json.hpp>
 #include <ostream>
 #include <string>
 #include <string_view>
 #include <type_traits>
-#include <vector>
 
 #include "Quanda/Abstract/QuandaAbstractNaturalTimeOfDay.h"
 #include "Quanda/Abstract/QuandaAbstractRealTimeOfDay.h"
 #include "tools/quanda/QuandaCommand.h"
-#include "tools/quanda/QuandaCommandSupport.h"
+#include "tools/quanda/QuandaOptions.h"
+#include "tools/quanda/QuandaSteps.h"
 #include "tools/quanda/QuandaTimeArguments.h"
 
 namespace {
@@ -25,13 +27,13 @@ namespace {
 using Natural = QuandaAbstractNaturalTimeOfDay;
 using Real = QuandaAbstractRealTimeOfDay;
 
-constexpr std::string_view usage =
-    "time <hh:mm:ss[.fff] | hhmmss | packed number> [--real] [--add-hours N] [--add-minutes N] "
-    "[--add-seconds N]";
-constexpr std::string_view commandPath = "tools/quanda/TimeCommand";
+constexpr std::string_view path = "tools/quanda/TimeCommand";
 
-constexpr QuandaOptionSpec acceptedOptions[] = {
-    {"real", false}, {"add-hours"}, {"add-minutes"}, {"add-seconds"}};
+struct Arguments {
+  std::string text;
+  bool real = false;
+  QuandaSteps steps;
+};
 
 std::string_view meridian(bool isAM) { return isAM ? "AM" : "PM"; }
 
@@ -55,7 +57,7 @@ KeelArguments describe(Real time) {
 }
 
 template <class Relative>
-KeelArguments describeRelative(Relative relative) {
+KeelArguments describeRelative(const Relative& relative) {
   KeelArguments rows = {{"relative", relative.description()},
                         {"days", relative.days()},
                         {"time", relative.time().serializeToIso8601String()},
@@ -66,122 +68,90 @@ KeelArguments describeRelative(Relative relative) {
   return rows;
 }
 
-// Moves the relative time by each option in turn, printing every result; a move whose day count
-// would leave 32 bits is refused before the library is asked.
-template <class Time>
-int run(Time time, const QuandaArguments& arguments, std::ostream& out, std::ostream& err) {
-  using Relative = std::remove_cvref_t<decltype(time.addingSeconds(0))>;
-  // The amounts are read first, so that a misspelt one changes nothing.
-  struct Move {
-    const QuandaOption* option;
-    std::int64_t unitSeconds;
-    std::conditional_t<std::is_same_v<Time, Real>, double, std::int64_t> amount;
-  };
-  std::vector<Move> moves;
-  for (const QuandaOption& option : arguments.options) {
-    if (option.name == "real") continue;
-    const std::int64_t unit = option.name == "add-hours"     ? 3600
-                              : option.name == "add-minutes" ? 60
-                                                             : 1;
-    if constexpr (std::is_same_v<Time, Real>) {
-      if (unit == 1) {
-        const KeelResult<double> seconds = parseQuandaDecimal(option.value, option.name);
-        if (!seconds) return printQuandaUsageError(seconds.error(), usage, err);
-        moves.push_back({&option, unit, seconds.value()});
-        continue;
+// A move of the relative time by the step's amount, refused where its day count would leave 32
+// bits. Hours are 32-bit amounts in the library, minutes and seconds 64-bit, and a real time
+// moves by fractional seconds.
+template <class Relative>
+std::function<KeelResult<Relative>(const Relative&)> makeMove(const QuandaStep& step) {
+  using Seconds =
+      std::conditional_t<std::is_same_v<Relative, QuandaAbstractRelativeDiscreteTimeOfDay>,
+                         std::int64_t, double>;
+  const auto checked = [step](std::int64_t unitSeconds, auto amount, auto move) {
+    return [=](const Relative& relative) -> KeelResult<Relative> {
+      if (!quandaCarriedDays(relative.seconds(), amount, unitSeconds)) {
+        return KeelError::fault(
+            "Day count beyond 32 bits",
+            {{"relative", relative.description()}, {"option", step.option}, {"value", step.value}},
+            path, "time");
       }
-    }
-    // Hours are 32-bit amounts in the library, minutes and seconds 64-bit.
-    std::int64_t amount = 0;
-    if (unit == 3600) {
-      const KeelResult<std::int32_t> hours =
-          parseQuandaInteger<std::int32_t>(option.value, option.name);
-      if (!hours) return printQuandaUsageError(hours.error(), usage, err);
-      amount = hours.value();
-    } else {
-      const KeelResult<std::int64_t> count =
-          parseQuandaInteger<std::int64_t>(option.value, option.name);
-      if (!count) return printQuandaUsageError(count.error(), usage, err);
-      amount = count.value();
-    }
-    moves.push_back({&option, unit, static_cast<decltype(Move::amount)>(amount)});
+      return move(relative, amount);
+    };
+  };
+  if (step.option == "--add-hours") {
+    return checked(3600, quandaNumber<std::int32_t>(step.value, step.option),
+                   [](const Relative& r, std::int32_t n) { return r.addingHours(n); });
   }
+  if (step.option == "--add-minutes") {
+    return checked(60, quandaNumber<std::int64_t>(step.value, step.option),
+                   [](const Relative& r, std::int64_t n) { return r.addingMinutes(n); });
+  }
+  return checked(1, quandaNumber<Seconds>(step.value, step.option),
+                 [](const Relative& r, Seconds n) { return r.addingSeconds(n); });
+}
 
-  printQuandaTable(describe(time), out);
-  Relative relative(time);
-  for (const Move& move : moves) {
-    if (!quandaCarriedDays(relative.seconds(), move.amount, move.unitSeconds)) {
-      printQuandaError(KeelError("Day count beyond 32 bits",
-                                 {{"relative", relative.description()},
-                                  {"option", "--" + move.option->name},
-                                  {"value", move.option->value}},
-                                 commandPath, "time", __LINE__),
-                       err);
-      return quandaExitFailure;
-    }
-    if (move.unitSeconds == 3600) {
-      relative = relative.addingHours(static_cast<std::int32_t>(move.amount));
-    } else if (move.unitSeconds == 60) {
-      relative = relative.addingMinutes(static_cast<std::int64_t>(move.amount));
-    } else {
-      relative = relative.addingSeconds(move.amount);
-    }
-    out << "\n--" << move.option->name << ' ' << move.option->value << ":\n";
-    printQuandaTable(describeRelative(relative), out, "  ");
-  }
-  return 0;
+template <class Time>
+QuandaOutcome run(Time time, const Arguments& arguments, std::ostream& out) {
+  using Relative = std::remove_cvref_t<decltype(time.addingSeconds(0))>;
+  const auto describeThis = [](const Relative& relative) { return describeRelative(relative); };
+  return runQuandaSteps(Relative(time), describe(time), arguments.steps.given(), makeMove<Relative>,
+                        describeThis, out);
 }
 
 // The factory a text is meant for: a fraction makes a real time, colons the ISO 8601 string, six
 // characters the form without separators, and other digits the packed number.
-int runTime(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-  const KeelResult<QuandaArguments> parsed = parseQuandaArguments(args, acceptedOptions);
-  if (!parsed) return printQuandaUsageError(parsed.error(), usage, err);
-  const QuandaArguments& arguments = parsed.value();
-  if (arguments.positionals.size() != 1) {
-    return printQuandaUsageError(
-        KeelError("Expected one time of day", {{"arguments", arguments.positionals}}, commandPath,
-                  "time", __LINE__),
-        usage, err);
-  }
-  const std::string& text = arguments.positionals.front();
-  if (text.find_first_of(".,") != std::string::npos || arguments.has("real")) {
+QuandaOutcome run(const Arguments& arguments, std::ostream& out) {
+  const std::string& text = arguments.text;
+  if (text.find_first_of(".,") != std::string::npos || arguments.real) {
     const KeelResult<Real> time = Real::makeFromIso8601String(text);
-    if (!time) {
-      printQuandaError(time.error(), err);
-      return quandaExitFailure;
-    }
-    return run(time.value(), arguments, out, err);
+    if (!time) return KeelError::wrap(time.error(), {{"time", text}}, path, "time");
+    return run(time.value(), arguments, out);
   }
-  const bool digitsOnly =
-      !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
-  const KeelResult<Natural> time = [&]() -> KeelResult<Natural> {
-    if (text.find(':') != std::string::npos) return Natural::makeFromIso8601String(text);
-    if (!digitsOnly || text.size() == 6)
-      return Natural::makeFromIso8601StringWithoutSeparators(text);
-    const KeelResult<std::uint64_t> number = parseQuandaInteger<std::uint64_t>(text, "time");
-    if (!number) return (number.error());
-    return Natural::makeFromIso8601Numeric(number.value());
-  }();
-  if (!time) {
-    printQuandaError(time.error(), err);
-    return quandaExitFailure;
-  }
-  return run(time.value(), arguments, out, err);
+  const KeelResult<Natural> time =
+      text.find(':') != std::string::npos ? Natural::makeFromIso8601String(text)
+      : text.size() == 6
+          ? Natural::makeFromIso8601StringWithoutSeparators(text)
+          : Natural::makeFromIso8601Numeric(quandaNumber<std::uint64_t>(text, "time"));
+  if (!time) return KeelError::wrap(time.error(), {{"time", text}}, path, "time");
+  return run(time.value(), arguments, out);
+}
+
+QuandaRun declare(CLI::App& command) {
+  auto arguments = std::make_shared<Arguments>();
+  command.add_option("time", arguments->text, "hh:mm:ss[.fff], hhmmss or the packed number")
+      ->type_name("")
+      ->required();
+  command.add_flag("--real", arguments->real, "Reads the time as a real one");
+  QuandaSteps& steps = arguments->steps;
+  steps.add(command, "--add-hours", "Adds hours", quandaNumberCheck<std::int32_t>());
+  steps.add(command, "--add-minutes", "Adds minutes", quandaNumberCheck<std::int64_t>());
+  steps.add(command, "--add-seconds", "Adds seconds (fractional for a real time)",
+            quandaNumberCheck<double>());
+  return [arguments](std::ostream& out) { return run(*arguments, out); };
 }
 
 const bool registered = registerQuandaCommand({
     .name = "time",
-    .usage = usage,
-    .summary = "Reads a time of day (hh:mm:ss[.fff], hhmmss or the packed number), shows every "
-               "form of it, and moves it by hours, minutes and seconds, carrying whole days.",
-    .run = runTime,
+    .summary = "Reads a time of day, shows every form of it, moves it carrying days.",
+    .detail = "A time with colons is read as hh:mm:ss, six characters as hhmmss, other digits as\n"
+              "the packed number hhmmss; a fraction of a second or --real makes a real time.\n"
+              "The --add steps apply in the order given, and may repeat.\n",
+    .declare = declare,
     .demonstrations =
         {
-            {"22:30:00", "--add-hours", "3", "--add-minutes", "-45"},
-            {"070509"},
-            {"70509", "--add-seconds", "-25510"},
-            {"23:59:30.25", "--add-seconds", "45.5"},
+            {.args = {"22:30:00", "--add-hours", "3", "--add-minutes", "-45"}},
+            {.args = {"070509"}},
+            {.args = {"70509", "--add-seconds", "-25510"}},
+            {.args = {"23:59:30.25", "--add-seconds", "45.5"}},
         },
 });
 

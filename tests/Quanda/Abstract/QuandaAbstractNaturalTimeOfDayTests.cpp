@@ -206,8 +206,8 @@ TEST(QuandaAbstractNaturalTimeOfDayDeathTest, ProgrammingErrorsStop) {
       {[] { Time::makeFromDouble(4294967295.5); }, "double is not finite or outside"},
       {[] { Time::makeFromDouble(std::numeric_limits<double>::quiet_NaN()); }, "not finite"},
       {[] { Time::zero + QuandaNaturalTimeSpan(std::uint64_t{1} << 63); }, "does not fit"},
-      {[] { Time::zero.addingMinutes(int64Max); }, "overflow in multiplication"},
-      {[] { Time::maxInc.addingSeconds(int64Max); }, "overflow in addition"},
+      {[] { Time::zero.addingMinutes(int64Max); }, "overflows its seconds"},
+      {[] { Time::maxInc.addingSeconds(int64Max); }, "overflows its seconds"},
       {[] { Time::zero.addingSeconds(std::int64_t{86400} << 31); }, "signed 32-bit range"},
   };
   for (const auto& [statement, message] : cases) EXPECT_DEATH(statement(), message) << message;

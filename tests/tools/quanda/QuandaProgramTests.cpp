@@ -1,151 +1,200 @@
+// The program's own behaviour, whatever its commands: dispatch, help at every level, the exit
+// statuses and one-line errors, and every command's demonstrations and help held to their promises.
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <sstream>
 
 #include "tools/quanda/QuandaCommand.h"
-#include "tools/quanda/QuandaProgram.h"
+#include "tools/quanda/QuandaProgramRun.h"
 
 namespace {
 
 constexpr std::string_view testPath = "tests/tools/quanda/QuandaProgramTests";
 
-// Echoes its arguments; refuses "bad" the way a command refuses what the library rejects.
-int runEcho(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-  for (const std::string& argument : args) {
-    if (argument == "bad") {
-      printQuandaError(KeelError("Refused", {{"argument", argument}}, testPath, "echo", 1), err);
-      return quandaExitFailure;
+// Echoes its words; refuses "bad" the way a command passes on what the library rejects.
+QuandaRun declareEcho(CLI::App& command) {
+  auto words = std::make_shared<std::vector<std::string>>();
+  command.add_option("words", *words, "Words to echo")->required();
+  return [words](std::ostream& out) -> QuandaOutcome {
+    for (const std::string& word : *words) {
+      if (word == "bad") {
+        const KeelError inner = KeelError::fault("Refused", {{"inner", word}}, testPath, "inner");
+        return KeelError::wrap(inner, {{"word", word}}, testPath, "echo");
+      }
+      out << '[' << word << ']';
     }
-    out << '[' << argument << ']';
-  }
-  out << '\n';
-  return 0;
+    out << '\n';
+    return quandaDone;
+  };
 }
 
 // Registered out of order, to show that the listing sorts by name.
 const bool echoRegistered = registerQuandaCommand({
     .name = "zz-echo",
-    .usage = "zz-echo <words...>",
     .summary = "Echoes its arguments.",
-    .run = runEcho,
-    .demonstrations = {{"two words", "it's"}, {"zz-echo", "bad"}},
+    .detail = "",
+    .declare = declareEcho,
+    .demonstrations = {{.args = {"two words", "it's"}}, {.args = {"bad"}, .refused = true}},
 });
 const bool quietRegistered = registerQuandaCommand({
     .name = "aa-quiet",
-    .usage = "aa-quiet",
     .summary = "Says nothing.",
-    .run =
-        [](const std::vector<std::string>&, std::ostream& out, std::ostream&) {
-          out << "quiet\n";
-          return 0;
-        },
+    .detail = "",
+    .declare = [](CLI::App&) -> QuandaRun {
+      return [](std::ostream& out) -> QuandaOutcome {
+        out << "quiet\n";
+        return quandaDone;
+      };
+    },
     .demonstrations = {},
 });
 
-struct ProgramRun {
-  int status;
-  std::string out;
-  std::string err;
-};
-
-ProgramRun runProgram(const std::vector<std::string>& args) {
-  std::ostringstream out;
-  std::ostringstream err;
-  const int status = runQuandaProgram(args, out, err);
-  return {status, out.str(), err.str()};
+std::size_t lineCount(const std::string& text) {
+  return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
 }
 
 TEST(QuandaProgramTests, DispatchesArgumentsAndListsCommandsSortedByName) {
-  const ProgramRun dispatched = runProgram({"zz-echo", "a", "--b"});
+  const QuandaProgramRun dispatched = runQuandaProgramCapturing({"zz-echo", "a", "-3"});
   EXPECT_EQ(dispatched.status, 0);
-  EXPECT_EQ(dispatched.out, "[a][--b]\n");
+  EXPECT_EQ(dispatched.out, "[a][-3]\n");
   EXPECT_EQ(dispatched.err, "");
-  for (const char* help : {"help", "--help", "-h"}) {
-    const ProgramRun result = runProgram({help});
-    EXPECT_EQ(result.status, 0);
-    const auto quiet = result.out.find("  aa-quiet\n      Says nothing.\n");
-    const auto echo = result.out.find("  zz-echo <words...>\n      Echoes its arguments.\n");
-    ASSERT_NE(quiet, std::string::npos) << result.out;
-    EXPECT_LT(quiet, echo);
-    EXPECT_NE(echo, std::string::npos) << result.out;
-  }
-  // Help for one command shows its examples as typed.
-  const ProgramRun help = runProgram({"help", "zz-echo"});
-  EXPECT_EQ(help.status, 0);
-  EXPECT_EQ(help.out,
-            "usage: quanda zz-echo <words...>\nEchoes its arguments.\n\nExamples:\n"
-            "  quanda zz-echo 'two words' 'it'\\''s'\n  quanda zz-echo bad\n");
+  const QuandaProgramRun listing = runQuandaProgramCapturing({"help"});
+  EXPECT_EQ(listing.status, 0);
+  const auto quiet = listing.out.find("\n  aa-quiet ");
+  const auto echo = listing.out.find("\n  zz-echo ");
+  ASSERT_NE(quiet, std::string::npos) << listing.out;
+  ASSERT_NE(echo, std::string::npos) << listing.out;
+  EXPECT_LT(quiet, echo);
+  for (const char* help : {"--help", "-h"})
+    EXPECT_EQ(runQuandaProgramCapturing({help}).out, listing.out);
 }
 
-TEST(QuandaProgramTests, UnknownCommandsAndHelpTopicsAreUsageErrors) {
-  for (const std::vector<std::string>& args : {std::vector<std::string>{"no-such-command"},
-                                               {"help", "no-such-command"},
-                                               {"help", "zz-echo", "extra"}}) {
-    const ProgramRun result = runProgram(args);
+// Every command, whoever wrote it: -h, --help and `help <command>` show the same help, which
+// opens with the summary the listing shows, keeps within 100 columns, and shows each
+// demonstration, a refused one marked as such.
+TEST(QuandaProgramTests, EveryCommandHasOneHelpWithinOneHundredColumns) {
+  const std::string listing = runQuandaProgramCapturing({"help"}).out;
+  std::istringstream listingLines(listing);
+  for (std::string line; std::getline(listingLines, line);) EXPECT_LE(line.size(), 100u) << line;
+  std::vector<std::string> names{"help"};
+  for (const QuandaCommand& command : quandaCommands()) names.emplace_back(command.name);
+  for (const std::string& name : names) {
+    SCOPED_TRACE(name);
+    const QuandaProgramRun help = runQuandaProgramCapturing({"help", name});
+    EXPECT_EQ(help.status, 0) << help.err;
+    EXPECT_NE(help.out.find("Usage: quanda " + name), std::string::npos) << help.out;
+    for (const auto& args : std::vector<std::vector<std::string>>{{name, "-h"}, {name, "--help"}}) {
+      const QuandaProgramRun again = runQuandaProgramCapturing(args);
+      EXPECT_EQ(again.status, 0);
+      EXPECT_EQ(again.out, help.out);
+    }
+    std::istringstream lines(help.out);
+    for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 100u) << line;
+    const QuandaCommand* command = findQuandaCommand(name);
+    if (command == nullptr) continue;
+    EXPECT_EQ(help.out.substr(0, command->summary.size()), command->summary);
+    EXPECT_NE(listing.find(std::string(command->summary)), std::string::npos);
+    std::size_t examples = 0;
+    std::size_t marked = 0;
+    std::istringstream helpLines(help.out);
+    for (std::string line; std::getline(helpLines, line);) {
+      if (!line.starts_with("  quanda " + name + ' ')) continue;
+      ++examples;
+      marked += line.ends_with("   (refused on purpose)") ? 1 : 0;
+    }
+    EXPECT_EQ(examples, command->demonstrations.size());
+    EXPECT_EQ(marked, std::count_if(command->demonstrations.begin(), command->demonstrations.end(),
+                                    [](const QuandaDemonstration& each) { return each.refused; }));
+  }
+}
+
+TEST(QuandaProgramTests, MisuseIsOneLineWithExitStatusTwoAndNamesTheNearestCommandOrOption) {
+  const struct {
+    std::vector<std::string> args;
+    std::string expected;
+  } cases[] = {
+      {{"zz-ecoh", "x"},
+       "error: unknown command 'zz-ecoh' (did you mean zz-echo?); see quanda help"},
+      {{"help", "aa-quite"}, "error: unknown command 'aa-quite' (did you mean aa-quiet?)"},
+      {{"qqqqqqq"}, "error: unknown command 'qqqqqqq'; see quanda help"},
+      {{"zz-echo", "a", "--verbsoe"}, "unknown option --verbsoe (did you mean --verbose?)"},
+      {{"zz-echo"}, "words is required; see quanda zz-echo --help"},
+      {{"aa-quiet", "extra"}, "extra"},
+      {{"help", "zz-echo", "extra"}, "extra"},
+      {{"-v"}, "A command is required"},
+  };
+  for (const auto& [args, expected] : cases) {
+    SCOPED_TRACE(::testing::PrintToString(args));
+    const QuandaProgramRun result = runQuandaProgramCapturing(args);
     EXPECT_EQ(result.status, quandaExitUsage);
     EXPECT_EQ(result.out, "");
-    const std::string& named = args.size() == 1 ? args[0] : args[1];
-    EXPECT_NE(result.err.find("'" + named), std::string::npos) << result.err;
-    EXPECT_NE(result.err.find("usage: quanda <command>"), std::string::npos);
+    EXPECT_NE(result.err.find(expected), std::string::npos) << result.err;
+    EXPECT_EQ(lineCount(result.err), 1u) << result.err;
   }
+}
+
+TEST(QuandaProgramTests, RefusalIsOneLineAndVerboseShowsTheWholeChain) {
+  const QuandaProgramRun brief = runQuandaProgramCapturing({"zz-echo", "bad"});
+  EXPECT_EQ(brief.status, quandaExitFailure);
+  EXPECT_EQ(brief.out, "");
+  EXPECT_EQ(brief.err, "error: Refused (word: bad)\n");
+  for (const auto& args : std::vector<std::vector<std::string>>{{"-v", "zz-echo", "bad"},
+                                                                {"zz-echo", "bad", "--verbose"}}) {
+    const QuandaProgramRun verbose = runQuandaProgramCapturing(args);
+    EXPECT_EQ(verbose.status, quandaExitFailure);
+    EXPECT_EQ(verbose.err.substr(0, verbose.err.find("QuandaProgramTests:")),
+              "error: Refused\n  in echo at tests/tools/quanda/");
+    EXPECT_NE(verbose.err.find("      word: bad\n    in inner at tests/"), std::string::npos)
+        << verbose.err;
+    EXPECT_NE(verbose.err.find("        \"Refused\"\n        inner: bad\n"), std::string::npos);
+  }
+}
+
+TEST(QuandaProgramTests, VersionShowsTheProgramAndItsVersion) {
+  const QuandaProgramRun version = runQuandaProgramCapturing({"--version"});
+  EXPECT_EQ(version.status, 0);
+  EXPECT_TRUE(version.out.starts_with("quanda ")) << version.out;
+  EXPECT_EQ(lineCount(version.out), 1u);
 }
 
 TEST(QuandaProgramTests, DemonstrationShowsEachCommandLineAndItsOutcome) {
-  const ProgramRun result = runProgram({});
+  const QuandaProgramRun result = runQuandaProgramCapturing({});
   EXPECT_EQ(result.status, 0);
   EXPECT_NE(result.out.find("\n$ quanda zz-echo 'two words' 'it'\\''s'\n[two words][it's]\n"),
             std::string::npos)
       << result.out;
-  EXPECT_NE(result.out.find("\n$ quanda zz-echo bad\nerror: Refused\n"), std::string::npos);
-  EXPECT_NE(result.out.find("[exit status 1]\n"), std::string::npos);
+  EXPECT_NE(
+      result.out.find("\n$ quanda zz-echo bad\nerror: Refused (word: bad)\n[exit status 1]\n"),
+      std::string::npos);
   EXPECT_EQ(result.out.find("aa-quiet"), std::string::npos);
 }
 
-// Every command of the program, whoever wrote it: its demonstrations must read as the command's
-// usage says, and each outcome must be shown (a result, or the library's reasons for refusing).
-TEST(QuandaProgramTests, EveryDemonstrationOfEveryCommandIsWellFormed) {
+// Every command of the program, whoever wrote it: each demonstration ends as it says it does,
+// with output, or with the library's refusal on one line.
+TEST(QuandaProgramTests, EveryDemonstrationOfEveryCommandEndsAsItSays) {
   for (const QuandaCommand& command : quandaCommands()) {
-    for (const auto& demonstration : command.demonstrations) {
+    for (const QuandaDemonstration& demonstration : command.demonstrations) {
       std::vector<std::string> args{std::string(command.name)};
-      const bool named = !demonstration.empty() && demonstration.front() == command.name;
-      args.insert(args.end(), demonstration.begin() + (named ? 1 : 0), demonstration.end());
-      const ProgramRun result = runProgram(args);
+      args.insert(args.end(), demonstration.args.begin(), demonstration.args.end());
       SCOPED_TRACE(::testing::PrintToString(args));
-      if (result.status == 0) {
-        EXPECT_NE(result.out, "");
+      const QuandaProgramRun result = runQuandaProgramCapturing(args);
+      EXPECT_EQ(result.status, demonstration.refused ? quandaExitFailure : 0) << result.err;
+      if (demonstration.refused) {
+        EXPECT_TRUE(result.err.starts_with("error: ")) << result.err;
+        EXPECT_EQ(lineCount(result.err), 1u) << result.err;
       } else {
-        EXPECT_EQ(result.status, quandaExitFailure) << result.err;
-        EXPECT_NE(result.err.find("error: "), std::string::npos) << result.err;
+        EXPECT_NE(result.out, "");
       }
     }
   }
 }
 
-TEST(QuandaProgramTests, ErrorChainReadsOutermostFirstWithAlignedArguments) {
-  const KeelError first("Day out of range", {{"year", 2023}, {"month", 2}, {"day", 29}},
-                        "Quanda/Abstract/QuandaAbstractDate", "make(year:month:day:)", 88,
-                        "U_ILLEGAL_ARGUMENT_ERROR");
-  const KeelError wrapped(first, {{"iso8601String", "2023-02-29"}},
-                          "Quanda/Abstract/QuandaAbstractDate", "make(iso8601String:)", 120);
-  std::ostringstream err;
-  printQuandaError(wrapped, err);
-  EXPECT_EQ(err.str(),
-            "error: Day out of range\n"
-            "  in make(iso8601String:) at Quanda/Abstract/QuandaAbstractDate:120\n"
-            "      iso8601String: 2023-02-29\n"
-            "    in make(year:month:day:) at Quanda/Abstract/QuandaAbstractDate:88\n"
-            "        \"Day out of range\"\n"
-            "        year:           2023\n"
-            "        month:          2\n"
-            "        day:            29\n"
-            "        platform error: U_ILLEGAL_ARGUMENT_ERROR\n");
-}
-
 TEST(QuandaProgramDeathTest, TwoCommandsOfOneNameAreAProgrammingError) {
   EXPECT_DEATH(registerQuandaCommand({.name = "zz-echo",
-                                      .usage = "zz-echo",
                                       .summary = "again",
-                                      .run = runEcho,
+                                      .detail = "",
+                                      .declare = declareEcho,
                                       .demonstrations = {}}),
                "two quanda commands of one name");
 }
