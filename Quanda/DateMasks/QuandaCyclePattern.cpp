@@ -6,13 +6,15 @@
 #include "Keel/KeelHash.h"
 
 QuandaCyclePattern::QuandaCyclePattern(const std::vector<bool>& entries)
-    : words_((entries.size() + 63) / 64),
-      length_(keel::checkedNarrow<std::uint32_t>(entries.size())) {
-  for (std::uint32_t index = 0; index < length_; ++index) {
-    if (entries[index]) {
-      words_[index >> 6] |= std::uint64_t{1} << (index & 63U);
-      ++trueCount_;
-    }
+    : length_(keel::checkedNarrow<std::uint32_t>(entries.size())) {
+  const std::uint64_t extended = std::uint64_t{length_} + 64;
+  words_.resize(extended / 64 + 1);
+  for (std::uint32_t index = 0; index < length_; ++index) trueCount_ += entries[index] ? 1 : 0;
+  if (length_ == 0) return;
+  reciprocal_ = ~std::uint64_t{0} / length_ + 1;
+  for (std::uint64_t index = 0, entry = 0; index < extended; ++index) {
+    if (entries[entry]) words_[index >> 6] |= std::uint64_t{1} << (index & 63U);
+    if (++entry == length_) entry = 0;
   }
 }
 

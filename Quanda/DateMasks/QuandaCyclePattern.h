@@ -2,10 +2,12 @@
 // week), held as bits.
 //
 // The cycle masks read one entry per test and, to find their next occurrence, the nearest entry
-// of a given value from a position around the cycle. Packed 64 entries to a word, that nearest
-// entry is a count of trailing (or leading) zeros per word rather than a walk over booleans.
-// A pattern converts back to the std::vector<bool> it was made from (toVector); its length must
-// fit 32 bits, a longer list being a programming error.
+// of a given value from a position around the cycle, and for the word-parallel searches the 64
+// entries that follow a position, wrapping around. Packed 64 entries to a word, that nearest entry
+// is a count of trailing (or leading) zeros per word rather than a walk over booleans; the entries
+// are followed by the pattern repeated over 64 more, so that any 64 consecutive entries are two
+// word reads and a shift. A pattern converts back to the std::vector<bool> it was made from
+// (toVector); its length must fit 32 bits, a longer list being a programming error.
 #pragma once
 
 #include <cstddef>
@@ -18,8 +20,24 @@ class QuandaCyclePattern {
   explicit QuandaCyclePattern(const std::vector<bool>& entries);
 
   std::uint32_t length() const noexcept { return length_; }
+  // count mod length, by two multiplications with a reciprocal made once rather than a division
+  // (the cycles take a remainder for every test and every word). Requires a length above 0.
+  std::uint32_t remainder(std::uint32_t count) const noexcept {
+    const std::uint64_t fraction = reciprocal_ * count;  // count / length, in 64 fraction bits
+    const std::uint64_t low = (fraction & 0xFFFFFFFFU) * length_;
+    const std::uint64_t high = (fraction >> 32) * length_;
+    return static_cast<std::uint32_t>((high + (low >> 32)) >> 32);
+  }
   bool operator[](std::uint32_t index) const noexcept {
     return (words_[index >> 6] >> (index & 63U)) & 1U;
+  }
+  // Entries index ... index + 63 around the cycle (bit i: entry (index + i) mod length), for
+  // index 0 ... length - 1.
+  std::uint64_t window(std::uint32_t index) const noexcept {
+    const std::uint32_t word = index >> 6;
+    const std::uint32_t bit = index & 63U;
+    const std::uint64_t low = words_[word] >> bit;
+    return bit == 0 ? low : low | words_[word + 1] << (64 - bit);
   }
   // Whether some entry has this value.
   bool containsValue(bool value) const noexcept {
@@ -43,7 +61,10 @@ class QuandaCyclePattern {
   std::uint64_t findForward(bool value, std::uint64_t from, std::uint64_t to) const noexcept;
   std::int64_t findBackward(bool value, std::int64_t from, std::int64_t to) const noexcept;
 
-  std::vector<std::uint64_t> words_;  // bits past the length are 0
+  // The entries, then the pattern again over 64 more entries (entry i at bit i for i < length +
+  // 64, reading entry i mod length), then zeros.
+  std::vector<std::uint64_t> words_;
+  std::uint64_t reciprocal_ = 0;  // 2^64 / length rounded up (wrapping to 0 for length 1)
   std::uint32_t length_ = 0;
   std::uint32_t trueCount_ = 0;
 };

@@ -12,7 +12,8 @@
 // dateRanges, allOf, anyOf, not. Decoding fails with KeelDecodingError for an unknown kind
 // ("Unknown date mask kind 'weekly'"), for masks nested more than maximumNesting deep, and with
 // each mask's own errors; JSON of the wrong kind or missing keys fail with nlohmann's exceptions.
-// Decoding never yields a mask that later stops the process.
+// Decoding never yields a mask that stops the process on a date its searches return: they stay
+// inside its domain (QuandaDateMasking::domain).
 //
 // std::shared_ptr<const QuandaDateMasking> archives in the tagged form through nlohmann's
 // adl_serializer, so a std::vector of them converts to and from JSON directly.

@@ -18,9 +18,6 @@
 
 namespace quanda_detail {
 
-inline constexpr std::uint32_t lastValidDayCount =
-    QuandaAbstractDate::validDaysSinceDatumRange.max();
-
 // The bits of days 1...length.
 constexpr std::uint32_t daysUpTo(std::uint32_t length) noexcept {
   return length >= 31 ? 0xFFFFFFFEU : ((std::uint32_t{1} << (length + 1)) - 2);
@@ -76,23 +73,52 @@ constexpr std::optional<std::uint32_t> latestWeekday(std::uint8_t weekdayBits, s
 // ---- Month-local rules -----------------------------------------------------------------------
 //
 // Most rules decide a date from its place in its month alone: the day number, the day counted
-// from the end, the seven-day block, the weekday. Which days of a month such a rule selects then
-// depends only on the month's length (28 to 31) and the weekday of its 1st: 28 kinds of month.
-// A MonthDaySets holds the answer for each kind (bit d for day d), built once when the mask is
-// made, and combinations of such rules combine these bit sets with AND, OR and NOT.
+// from the end, the seven-day block, the weekday, and (for rules written per month of the year)
+// the month itself. Which days of a month such a rule selects then depends only on the month of
+// the year and the weekday of its 1st, February counting twice (28 and 29 days): 91 kinds of
+// month. A MonthDaySets holds the answer for each kind (bit d for day d), built once when the
+// mask is made, and combinations of such rules combine these bit sets with AND, OR and NOT.
 //
 // The Gregorian calendar repeats its months, lengths and weekdays alike, every 400 years (146097
 // days, a whole number of weeks), so one table of 4800 bytes gives the kind of every month. A
 // search then reads one byte and one word per month visited, with no date conversion inside the
 // walk: one at the start and, for the date searches, none at the end.
+//
+// A rule that also depends on where a month falls in a cycle of months (every third month) is
+// not month-local in this sense, since such a cycle need not divide the 400 years: it reads the
+// same kinds, plus the month's count since January of year 1, which the walks can track from
+// the year and month they carry and DayBlock carries for the word-parallel searches.
 
-// The kind of a month: (length - 28) * 7 + weekday ordinal of its 1st (monday 0).
-inline constexpr std::uint32_t monthKindCount = 28;
-constexpr std::uint32_t monthKind(std::uint32_t length, std::uint32_t weekdayOfFirst) noexcept {
-  return (length - 28) * 7 + weekdayOfFirst;
+// The kind of a month: (month of the year - 1) * 7 + weekday ordinal of its 1st (monday 0), and
+// 84 + weekday ordinal of the 1st for a February of 29 days.
+inline constexpr std::uint32_t monthKindCount = 91;
+constexpr std::uint32_t monthKind(std::uint32_t monthOfYear, std::uint32_t length,
+                                  std::uint32_t weekdayOfFirst) noexcept {
+  return (length == 29 ? 12 : monthOfYear - 1) * 7 + weekdayOfFirst;
 }
-constexpr std::uint32_t lengthOfMonthKind(std::uint32_t kind) noexcept { return 28 + kind / 7; }
+constexpr std::uint32_t monthOfYearOfMonthKind(std::uint32_t kind) noexcept {
+  return kind < 84 ? kind / 7 + 1 : 2;
+}
 constexpr std::uint32_t weekdayOfFirstOfMonthKind(std::uint32_t kind) noexcept { return kind % 7; }
+inline constexpr auto monthKindLengths = [] {
+  std::array<std::uint8_t, monthKindCount> lengths{};
+  for (std::uint32_t kind = 0; kind < monthKindCount; ++kind) {
+    lengths[kind] = kind < 84 ? Quanda::DaysIn::Gregorian::oneBasedMonth(
+                                    static_cast<std::uint8_t>(monthOfYearOfMonthKind(kind)), 1)
+                              : 29;
+  }
+  return lengths;
+}();
+constexpr std::uint32_t lengthOfMonthKind(std::uint32_t kind) noexcept {
+  return monthKindLengths[kind];
+}
+
+// What a month-local rule is asked about a kind of month.
+struct MonthShape {
+  std::uint32_t monthOfYear;     // 1 ... 12
+  std::uint32_t length;          // 28 ... 31
+  std::uint32_t weekdayOfFirst;  // ordinal, monday 0
+};
 
 inline constexpr std::uint32_t monthsInCalendarCycle = 4800;
 
@@ -104,9 +130,10 @@ inline constexpr auto monthKindsOfCalendarCycle = [] {
   std::uint32_t weekdayOfFirst = 0;
   for (std::uint32_t index = 0; index < monthsInCalendarCycle; ++index) {
     const auto year = static_cast<std::uint16_t>(index / 12 + 1);
+    const std::uint32_t month = index % 12 + 1;
     const std::uint32_t length =
-        Quanda::DaysIn::Gregorian::oneBasedMonth(static_cast<std::uint8_t>(index % 12 + 1), year);
-    kinds[index + 1] = static_cast<std::uint8_t>(monthKind(length, weekdayOfFirst));
+        Quanda::DaysIn::Gregorian::oneBasedMonth(static_cast<std::uint8_t>(month), year);
+    kinds[index + 1] = static_cast<std::uint8_t>(monthKind(month, length, weekdayOfFirst));
     weekdayOfFirst = (weekdayOfFirst + length) % 7;
   }
   kinds[0] = kinds[monthsInCalendarCycle];
@@ -123,10 +150,23 @@ constexpr std::uint32_t kindOfMonthBefore(std::uint32_t index) noexcept {
 constexpr std::uint32_t kindOfMonthAfter(std::uint32_t index) noexcept {
   return monthKindsOfCalendarCycle[index + 2];
 }
+constexpr std::uint32_t nextCalendarCycleIndex(std::uint32_t index) noexcept {
+  return index + 1 == monthsInCalendarCycle ? 0 : index + 1;
+}
 
 constexpr std::uint32_t calendarCycleIndex(std::uint32_t year, std::uint32_t month) noexcept {
   return (year - 1) % 400 * 12 + (month - 1);
 }
+
+// The days of the cycle (146097), a whole number of weeks.
+inline constexpr std::uint32_t daysInCalendarCycle = [] {
+  std::uint32_t days = 0;
+  for (std::uint32_t index = 0; index < monthsInCalendarCycle; ++index) {
+    days += lengthOfMonthKind(kindOfMonth(index));
+  }
+  return days;
+}();
+static_assert(daysInCalendarCycle % 7 == 0);
 
 // Every kind of month occurs in the cycle, so a rule that selects a day in some kind of month
 // matches within 400 years, and a walk that finds nothing in a whole cycle never will.
@@ -142,19 +182,20 @@ static_assert([] {
 // The days a month-local rule selects in each kind of month.
 class MonthDaySets {
  public:
-  // The sets given by daysOf(length, weekdayOfFirst); bits outside 1...length are dropped.
+  // The sets given by daysOf(const MonthShape&); bits outside 1...length are dropped.
   template <class DaysOf>
   static constexpr MonthDaySets make(const DaysOf& daysOf) noexcept {
     MonthDaySets sets;
     for (std::uint32_t kind = 0; kind < monthKindCount; ++kind) {
-      sets.days_[kind] = daysOf(lengthOfMonthKind(kind), weekdayOfFirstOfMonthKind(kind)) &
-                         daysUpTo(lengthOfMonthKind(kind));
+      const MonthShape shape{monthOfYearOfMonthKind(kind), lengthOfMonthKind(kind),
+                             weekdayOfFirstOfMonthKind(kind)};
+      sets.days_[kind] = daysOf(shape) & daysUpTo(shape.length);
     }
     sets.summarise();
     return sets;
   }
   static constexpr MonthDaySets everyDay() noexcept {
-    return make([](std::uint32_t length, std::uint32_t) { return daysUpTo(length); });
+    return make([](const MonthShape& shape) { return daysUpTo(shape.length); });
   }
   static constexpr MonthDaySets noDay() noexcept { return MonthDaySets(); }
 
@@ -165,6 +206,9 @@ class MonthDaySets {
   }
   // Whether some day of some month gives `matching`.
   constexpr bool canAnswer(bool matching) const noexcept { return matching ? canMatch_ : canMiss_; }
+  // The number of days after which the answers repeat: 1 for a rule that answers the same every
+  // day, 7 for one that reads the weekday alone, else the 146097 days of the calendar cycle.
+  constexpr std::uint32_t period() const noexcept { return period_; }
 
   friend constexpr MonthDaySets operator&(const MonthDaySets& lhs,
                                           const MonthDaySets& rhs) noexcept {
@@ -194,13 +238,23 @@ class MonthDaySets {
   constexpr void summarise() noexcept {
     canMatch_ = false;
     canMiss_ = false;
+    // The weekdays selected in January of a year beginning on a Monday (bit i: ordinal i), which
+    // a rule of weekdays alone selects in every month.
+    const auto weekdays = static_cast<std::uint8_t>(days_[0] >> 1 & 0x7FU);
+    bool weekdaysAlone = true;
     for (std::uint32_t kind = 0; kind < monthKindCount; ++kind) {
+      const std::uint32_t all = daysUpTo(lengthOfMonthKind(kind));
       canMatch_ = canMatch_ || days_[kind] != 0;
-      canMiss_ = canMiss_ || days_[kind] != daysUpTo(lengthOfMonthKind(kind));
+      canMiss_ = canMiss_ || days_[kind] != all;
+      weekdaysAlone =
+          weekdaysAlone &&
+          days_[kind] == (daysOnWeekdays(weekdays, weekdayOfFirstOfMonthKind(kind)) & all);
     }
+    period_ = !canMatch_ || !canMiss_ ? 1 : weekdaysAlone ? 7 : daysInCalendarCycle;
   }
 
   std::array<std::uint32_t, monthKindCount> days_{};
+  std::uint32_t period_ = 1;
   bool canMatch_ = false;
   bool canMiss_ = true;
 };

@@ -33,8 +33,15 @@ constexpr std::string_view path = "Quanda/Date Masks/QuandaDateMaskSyntax";
 constexpr std::string_view signature = "makeDateMask(syntax:)";
 
 using Mask = std::shared_ptr<const QuandaDateMasking>;
-using Result = KeelResult<Mask>;
 using Words = std::vector<std::string>;
+
+// A mask read so far, with how deep its combinations nest (1 for a single rule), as the tagged
+// archive counts them.
+struct Rule {
+  Mask mask;
+  std::size_t nesting = 1;
+};
+using Result = KeelResult<Rule>;
 
 std::vector<std::string> split(std::string_view text, char separator) {
   std::vector<std::string> parts;
@@ -154,12 +161,12 @@ class Parser {
     }
   }
 
-  Result parse() {
+  KeelResult<Mask> parse() {
     if (tokens_.empty()) return unreadable("");
     Result rule = parseExcept();
-    if (!rule) return rule;
+    if (!rule) return rule.error();
     if (position_ != tokens_.size()) return unreadable(joined(tokens_, position_));
-    return rule;
+    return rule.value().mask;
   }
 
  private:
@@ -175,9 +182,21 @@ class Parser {
     return false;
   }
 
-  Result unreadable(const std::string& part) const {
+  KeelError unreadable(const std::string& part) const {
     return KeelError::fault("Unreadable date mask", {{"syntax", syntax_}, {"part", part}}, path,
                             signature);
+  }
+  KeelError tooDeep() const {
+    return KeelError::fault("Date masks nested too deeply",
+                            {{"syntax", syntax_}, {"maximumNesting", maximumDateMaskNesting}}, path,
+                            signature);
+  }
+
+  // A combination of rules already read, or the error of one nested too deeply.
+  template <class Combination, class Masks>
+  Result combined(Masks&& masks, std::size_t nesting) const {
+    if (nesting + 1 > maximumDateMaskNesting) return tooDeep();
+    return Rule{std::make_shared<Combination>(std::forward<Masks>(masks)), nesting + 1};
   }
 
   Result parseExcept() {
@@ -185,8 +204,11 @@ class Parser {
     while (rule && accept("except")) {
       Result excluded = parseOr();
       if (!excluded) return excluded;
-      rule = Mask(std::make_shared<QuandaAllOfDateMask>(
-          std::vector<Mask>{rule.value(), std::make_shared<QuandaNotDateMask>(excluded.value())}));
+      Result negated = combined<QuandaNotDateMask>(excluded.value().mask, excluded.value().nesting);
+      if (!negated) return negated;
+      rule =
+          combined<QuandaAllOfDateMask>(std::vector<Mask>{rule.value().mask, negated.value().mask},
+                                        std::max(rule.value().nesting, negated.value().nesting));
     }
     return rule;
   }
@@ -195,27 +217,32 @@ class Parser {
   Result parseJunction(std::string_view word, Result (Parser::*operand)()) {
     Result first = (this->*operand)();
     if (!first) return first;
-    std::vector<Mask> masks{first.value()};
+    std::vector<Mask> masks{first.value().mask};
+    std::size_t nesting = first.value().nesting;
     while (accept(word)) {
       Result next = (this->*operand)();
       if (!next) return next;
-      masks.push_back(next.value());
+      masks.push_back(next.value().mask);
+      nesting = std::max(nesting, next.value().nesting);
     }
     if (masks.size() == 1) return first;
-    return Mask(std::make_shared<Junction>(std::move(masks)));
+    return combined<Junction>(std::move(masks), nesting);
   }
   Result parseOr() { return parseJunction<QuandaAnyOfDateMask>("or", &Parser::parseAnd); }
   Result parseAnd() { return parseJunction<QuandaAllOfDateMask>("and", &Parser::parseUnary); }
 
+  // "not" and parentheses are where the reading recurses: each opens a level, and no more levels
+  // than a mask may nest are opened, so that the depth of the reading stays bounded.
   Result parseUnary() {
-    if (accept("not")) {
-      Result inner = parseUnary();
+    const bool negated = position_ < tokens_.size() && tokens_[position_] == "not";
+    if (negated || (position_ < tokens_.size() && tokens_[position_] == "(")) {
+      if (openLevels_ == maximumDateMaskNesting) return tooDeep();
+      ++position_;
+      ++openLevels_;
+      Result inner = negated ? parseUnary() : parseExcept();
+      --openLevels_;
       if (!inner) return inner;
-      return Mask(std::make_shared<QuandaNotDateMask>(inner.value()));
-    }
-    if (accept("(")) {
-      Result inner = parseExcept();
-      if (!inner) return inner;
+      if (negated) return combined<QuandaNotDateMask>(inner.value().mask, inner.value().nesting);
       if (!accept(")")) return unreadable(joined(tokens_, position_));
       return inner;
     }
@@ -224,7 +251,9 @@ class Parser {
       words.push_back(tokens_[position_++]);
     }
     if (words.empty()) return unreadable(joined(tokens_, position_));
-    return parseAtom(words);
+    KeelResult<Mask> atom = parseAtom(words);
+    if (!atom) return atom.error();
+    return Rule{atom.value()};
   }
 
   KeelResult<QuandaAbstractDate> date(const std::string& text) const {
@@ -270,7 +299,7 @@ class Parser {
     return pattern;
   }
 
-  Result parseAtom(const Words& words) {
+  KeelResult<Mask> parseAtom(const Words& words) {
     const std::string whole = joined(words);
     const std::size_t count = words.size();
     if (whole == "every day" || whole == "daily" || whole == "everyday") {
@@ -325,7 +354,7 @@ class Parser {
       const auto days = at == 1 ? daysNamed(words[0]) : std::nullopt;
       if (at == 1 && (!days || !cycle->second)) continue;
       const auto start = date(*anchor);
-      if (!start) return (start.error());
+      if (!start) return start.error();
       const std::vector<bool> pattern = onThenOff(cycle->first);
       if (days) {
         return Mask(std::make_shared<QuandaDaysOfWeeksDateMask>(start.value(), *days, pattern));
@@ -344,7 +373,7 @@ class Parser {
       const auto anchor = anchorText(words, at + 2);
       if (!pattern || !anchor) continue;
       const auto start = date(*anchor);
-      if (!start) return (start.error());
+      if (!start) return start.error();
       if (at == 1) return Mask(std::make_shared<QuandaWeekCycleDateMask>(start.value(), *pattern));
       return Mask(
           std::make_shared<QuandaDayCycleDateMask>(start.value().daysSinceDatum(), *pattern));
@@ -353,7 +382,7 @@ class Parser {
   }
 
   // [dates | holidays] 2024-07-01..2024-07-14, 2024-12-25
-  Result parseDates(const Words& words) {
+  KeelResult<Mask> parseDates(const Words& words) {
     const std::size_t from = words[0] == "dates" || words[0] == "holidays" ? 1 : 0;
     if (from >= words.size()) return unreadable(joined(words));
     std::vector<QuandaDateRangesDateMask::Range> ranges;
@@ -364,11 +393,11 @@ class Parser {
         }
         const std::size_t dots = item.find("..");
         const auto low = date(item.substr(0, dots));
-        if (!low) return (low.error());
+        if (!low) return low.error();
         auto high = low;
         if (dots != std::string::npos) {
           high = date(item.substr(dots + 2));
-          if (!high) return (high.error());
+          if (!high) return high.error();
         }
         if (high.value() < low.value()) return unreadable(item);
         ranges.emplace_back(low.value(), high.value());
@@ -384,6 +413,7 @@ class Parser {
   std::string syntax_;
   Words tokens_;
   std::size_t position_ = 0;
+  std::size_t openLevels_ = 0;  // "not"s and parentheses being read
 };
 
 }  // namespace

@@ -1,27 +1,33 @@
 // A short human syntax for the common date masks, for people typing rules (the quanda program,
 // a settings screen, a test).
 //
-//   every day | daily                      QuandaEveryDayDateMask
-//   weekdays | weekends | mon,wed,fri      QuandaDaysOfWeekDateMask (names or 3-letter names,
-//                                          singular or plural: "mondays")
-//   day 15 | days 1,15                     QuandaDaysOfMonthDateMask
-//   last day | days 1,2 from end           QuandaReverseDaysOfMonthDateMask
-//   week 1 | weeks 2,4                     QuandaWeeksOfMonthDateMask (7-day blocks from the 1st)
-//   last week | week 2 from end            QuandaReverseWeeksOfMonthDateMask
-//   2nd tue | 1st,3rd mon,wed | 5th mon    QuandaWeekdaysOfMonthDateMask (1st ... 5th, first ...
-//   fifth) last fri | 2nd last sun                QuandaReverseWeekdaysOfMonthDateMask every 3 days
-//   from 2024-01-01           QuandaDayCycleDateMask (on, then off for 2 days) pattern 1101 from
-//   2024-01-01           QuandaDayCycleDateMask with that on/off pattern every 2 weeks from
-//   2024-01-01          QuandaWeekCycleDateMask ("every other week" also reads) week pattern 110
-//   from 2024-01-01       QuandaWeekCycleDateMask with that pattern mon,thu every 3 weeks from
-//   2024-01-01  QuandaDaysOfWeeksDateMask 2024-07-01..2024-07-14 | 2024-12-25
-//   QuandaDateRangeDateMask (one range or one day) 2024-07-01..2024-07-14, 2024-12-24..2024-12-26
-//                                          QuandaDateRangesDateMask (an optional leading word
-//                                          "dates" or "holidays" reads as well)
+// clang-format off
+//   every day | daily                          QuandaEveryDayDateMask
+//   weekdays | weekends | mon,wed,fri          QuandaDaysOfWeekDateMask (names or 3-letter names,
+//                                              singular or plural: "mondays")
+//   day 15 | days 1,15                         QuandaDaysOfMonthDateMask
+//   last day | days 1,2 from end               QuandaReverseDaysOfMonthDateMask
+//   week 1 | weeks 2,4                         QuandaWeeksOfMonthDateMask (7-day blocks from the 1st)
+//   last week | week 2 from end                QuandaReverseWeeksOfMonthDateMask
+//   2nd tue | 1st,3rd mon,wed | 5th mon        QuandaWeekdaysOfMonthDateMask (1st ... 5th, first ... fifth)
+//   last fri | 2nd last sun                    QuandaReverseWeekdaysOfMonthDateMask
+//   every 3 days from 2024-01-01               QuandaDayCycleDateMask (on, then off for 2 days)
+//   pattern 1101 from 2024-01-01               QuandaDayCycleDateMask with that on/off pattern
+//   every 2 weeks from 2024-01-01              QuandaWeekCycleDateMask ("every other week" also reads)
+//   week pattern 110 from 2024-01-01           QuandaWeekCycleDateMask with that pattern
+//   mon,thu every 3 weeks from 2024-01-01      QuandaDaysOfWeeksDateMask
+//   2024-07-01..2024-07-14 | 2024-12-25        QuandaDateRangeDateMask (one range or one day)
+//   2024-07-01..2024-07-14, 2024-12-24..2024-12-26
+//                                              QuandaDateRangesDateMask (an optional leading word
+//                                              "dates" or "holidays" reads as well)
+// clang-format on
 //
 // Rules combine with `not`, `and`, `or` and `except` (binding in that order, tightest first) and
 // parentheses: "mon except 2024-07-01..2024-07-14" is all of (Mondays, not (the range)). Words
-// are case-insensitive.
+// are case-insensitive. Combinations nest at most maximumDateMaskNesting (64) deep, counted as the
+// tagged archive counts them (a rule alone is 1, each combination around it one more), and at
+// most as many "not"s and parentheses may be open at once; so every rule read archives and
+// decodes again.
 #pragma once
 
 #include <memory>
@@ -31,7 +37,9 @@
 #include "Quanda/DateMasks/QuandaDateMasking.h"
 
 // The mask a rule in the syntax above describes. A rule that cannot be read fails with "Unreadable
-// date mask" naming the part that could not be read, or with the wrapped error of a date in it.
+// date mask" naming the part that could not be read, one nested too deeply with "Date masks nested
+// too deeply" (arguments "syntax" and "maximumNesting"), or with the wrapped error of a date in
+// it.
 KeelResult<std::shared_ptr<const QuandaDateMasking>> makeDateMaskFromSyntax(
     std::string_view syntax);
 

@@ -9,27 +9,35 @@ std::optional<std::uint32_t> QuandaDateRangeDateMask::findEarliest(bool matching
                                                                    std::uint32_t first,
                                                                    std::uint32_t last,
                                                                    QuandaDayOfGregorianWeek) const {
-  const std::uint32_t low = dateRangeInc_.trueMin().daysSinceDatum();
-  const std::uint32_t high = dateRangeInc_.trueMax().daysSinceDatum();
   if (matching) {
-    const std::uint32_t found = std::max(first, low);
-    return found <= std::min(last, high) ? std::optional(found) : std::nullopt;
+    const std::uint32_t found = std::max(first, low_);
+    return found <= std::min(last, high_) ? std::optional(found) : std::nullopt;
   }
-  if (first < low || first > high) return first;
-  return high < last ? std::optional(high + 1) : std::nullopt;
+  if (first < low_ || first > high_) return first;
+  return high_ < last ? std::optional(high_ + 1) : std::nullopt;
 }
 
 std::optional<std::uint32_t> QuandaDateRangeDateMask::findLatest(bool matching, std::uint32_t first,
                                                                  std::uint32_t last,
                                                                  QuandaDayOfGregorianWeek) const {
-  const std::uint32_t low = dateRangeInc_.trueMin().daysSinceDatum();
-  const std::uint32_t high = dateRangeInc_.trueMax().daysSinceDatum();
   if (matching) {
-    const std::uint32_t found = std::min(last, high);
-    return found >= std::max(first, low) ? std::optional(found) : std::nullopt;
+    const std::uint32_t found = std::min(last, high_);
+    return found >= std::max(first, low_) ? std::optional(found) : std::nullopt;
   }
-  if (last < low || last > high) return last;
-  return low > first ? std::optional(low - 1) : std::nullopt;
+  if (last < low_ || last > high_) return last;
+  return low_ > first ? std::optional(low_ - 1) : std::nullopt;
+}
+
+std::uint64_t QuandaDateRangeDateMask::answerWord(const quanda_detail::DayBlock& block,
+                                                  std::uint64_t) const {
+  return quanda_detail::daysInInterval(block.start(), low_, high_);
+}
+
+quanda_detail::AnswerRun QuandaDateRangeDateMask::answerRun(std::uint32_t day,
+                                                            QuandaDayOfGregorianWeek) const {
+  if (day < low_) return {0, low_ - 1, 1};
+  if (day <= high_) return {low_, high_, 1};
+  return {high_ + 1, QuandaAbstractDate::validDaysSinceDatumRange.max(), 1};
 }
 
 void nlohmann::adl_serializer<QuandaDateRangeDateMask>::to_json(

@@ -21,13 +21,20 @@ class QuandaDateRangeDateMask final : public QuandaDateMaskBase<QuandaDateRangeD
   static constexpr std::string_view kind = "dateRange";
 
   explicit QuandaDateRangeDateMask(KeelDomain<QuandaAbstractDate> dateRangeInc) noexcept
-      : dateRangeInc_(dateRangeInc) {}
+      : dateRangeInc_(dateRangeInc),
+        low_(dateRangeInc.trueMin().daysSinceDatum()),
+        high_(dateRangeInc.trueMax().daysSinceDatum()) {}
 
   const KeelDomain<QuandaAbstractDate>& dateRangeInc() const noexcept { return dateRangeInc_; }
 
   bool matches(QuandaAbstractDate date, QuandaDayOfGregorianWeek) const override {
     return dateRangeInc_.contains(date, KeelBoundsEligibility::inclusiveMinInclusiveMax);
   }
+
+  std::uint64_t answerWord(const quanda_detail::DayBlock& block, std::uint64_t) const override;
+  std::uint32_t answerWordCost() const override { return 1; }
+  // One answer before the range, inside it and after it.
+  quanda_detail::AnswerRun answerRun(std::uint32_t day, QuandaDayOfGregorianWeek) const override;
 
  protected:
   std::optional<std::uint32_t> findEarliest(bool matching, std::uint32_t first, std::uint32_t last,
@@ -43,6 +50,8 @@ class QuandaDateRangeDateMask final : public QuandaDateMaskBase<QuandaDateRangeD
 
  private:
   KeelDomain<QuandaAbstractDate> dateRangeInc_;
+  std::uint32_t low_;  // the day counts of the true minimum and maximum, for the searches
+  std::uint32_t high_;
 };
 
 template <>

@@ -75,6 +75,32 @@ std::optional<std::uint32_t> QuandaDateRangesDateMask::findLatest(bool matching,
   return interval.first > first ? std::optional(interval.first - 1) : std::nullopt;
 }
 
+std::uint64_t QuandaDateRangesDateMask::answerWord(const quanda_detail::DayBlock& block,
+                                                   std::uint64_t) const {
+  const std::uint32_t start = block.start();
+  if (merged_->empty() || merged_->back().second < start || merged_->front().first > start + 63) {
+    return 0;
+  }
+  std::uint64_t days = 0;
+  for (std::size_t index = firstEndingFrom(start);
+       index < merged_->size() && (*merged_)[index].first <= start + 63; ++index) {
+    days |= quanda_detail::daysInInterval(start, (*merged_)[index].first, (*merged_)[index].second);
+  }
+  return days;
+}
+
+quanda_detail::AnswerRun QuandaDateRangesDateMask::answerRun(std::uint32_t day,
+                                                             QuandaDayOfGregorianWeek) const {
+  const std::size_t index = firstEndingFrom(day);
+  const std::uint32_t gapStart = index == 0 ? 0 : (*merged_)[index - 1].second + 1;
+  if (index == merged_->size()) {
+    return {gapStart, QuandaAbstractDate::validDaysSinceDatumRange.max(), 1};
+  }
+  const Interval& interval = (*merged_)[index];
+  if (interval.first <= day) return {interval.first, interval.second, 1};
+  return {gapStart, interval.first - 1, 1};
+}
+
 void nlohmann::adl_serializer<QuandaDateRangesDateMask>::to_json(
     nlohmann::json& json, const QuandaDateRangesDateMask& mask) {
   nlohmann::json ranges = nlohmann::json::array();

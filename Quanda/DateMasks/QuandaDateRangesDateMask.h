@@ -41,6 +41,11 @@ class QuandaDateRangesDateMask final : public QuandaDateMaskBase<QuandaDateRange
     return dateRanges_.contains(date);
   }
 
+  std::uint64_t answerWord(const quanda_detail::DayBlock& block, std::uint64_t) const override;
+  std::uint32_t answerWordCost() const override { return 1; }
+  // One answer inside each merged range and between two of them.
+  quanda_detail::AnswerRun answerRun(std::uint32_t day, QuandaDayOfGregorianWeek) const override;
+
   friend bool operator==(const QuandaDateRangesDateMask& lhs, const QuandaDateRangesDateMask& rhs) {
     return lhs.dateRanges_ == rhs.dateRanges_;
   }

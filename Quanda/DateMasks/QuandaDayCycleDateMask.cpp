@@ -33,7 +33,7 @@ std::optional<std::uint32_t> QuandaDayCycleDateMask::findEarliest(bool matching,
     if (day > last) return std::nullopt;
   }
   const std::uint64_t found =
-      std::uint64_t{day} + days_.distanceToNext(matching, (day - residue_) % days_.length());
+      std::uint64_t{day} + days_.distanceToNext(matching, days_.remainder(day - residue_));
   if (found > last) return std::nullopt;
   return static_cast<std::uint32_t>(found);
 }
@@ -44,7 +44,7 @@ std::optional<std::uint32_t> QuandaDayCycleDateMask::findLatest(bool matching, s
   if (!days_.containsValue(matching)) return std::nullopt;
   if (last >= residue_) {
     const std::int64_t found =
-        std::int64_t{last} - days_.distanceToPrevious(matching, (last - residue_) % days_.length());
+        std::int64_t{last} - days_.distanceToPrevious(matching, days_.remainder(last - residue_));
     if (found >= std::int64_t{residue_}) {
       if (found < std::int64_t{first}) return std::nullopt;
       return static_cast<std::uint32_t>(found);
@@ -55,6 +55,24 @@ std::optional<std::uint32_t> QuandaDayCycleDateMask::findLatest(bool matching, s
   const std::uint32_t below = last < residue_ ? last : residue_ - 1;
   if (below < first) return std::nullopt;
   return below;
+}
+
+std::uint64_t QuandaDayCycleDateMask::answerWord(const quanda_detail::DayBlock& block,
+                                                 std::uint64_t) const {
+  const std::uint32_t start = block.start();
+  if (start >= residue_) return days_.window(days_.remainder(start - residue_));
+  // The days below the residue read entry 0.
+  const std::uint32_t below = residue_ - start;
+  const std::uint64_t entryZero = days_[0] ? ~std::uint64_t{0} : 0;
+  if (below >= quanda_detail::DayBlock::size) return entryZero;
+  return (entryZero & ((std::uint64_t{1} << below) - 1)) | days_.window(0) << below;
+}
+
+quanda_detail::AnswerRun QuandaDayCycleDateMask::answerRun(std::uint32_t day,
+                                                           QuandaDayOfGregorianWeek) const {
+  if (day < residue_) return {0, residue_ - 1, 1};
+  return {residue_, QuandaAbstractDate::validDaysSinceDatumRange.max(),
+          quanda_detail::periodWithin(days_.length())};
 }
 
 void nlohmann::adl_serializer<QuandaDayCycleDateMask>::to_json(nlohmann::json& json,

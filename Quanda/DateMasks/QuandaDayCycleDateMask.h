@@ -10,7 +10,8 @@
 // The cycle length is the number of entries; it is not archived but derived again. An empty
 // pattern is a programming error of the constructor (the process stops) and a decoding error of
 // the archive. The test is one remainder and one bit; the next match is the nearest wanted entry
-// around the pattern, found a word of 64 entries at a time.
+// around the pattern, found a word of 64 entries at a time, and the answers of 64 days are the 64
+// entries from the first day's.
 //
 //   QuandaDayCycleDateMask everyThirdDay(anchor.daysSinceDatum(), {true, false, false});
 //   // archived as {"anchorDaysSinceDatum": 738886, "days": [true, false, false]}
@@ -41,12 +42,17 @@ class QuandaDayCycleDateMask final : public QuandaDateMaskBase<QuandaDayCycleDat
 
   // The date's entry in the pattern: 0 below the anchor's residue, else (t - residue) mod n.
   std::uint32_t indexOf(std::uint32_t daysSinceDatum) const noexcept {
-    return daysSinceDatum < residue_ ? 0 : (daysSinceDatum - residue_) % days_.length();
+    return daysSinceDatum < residue_ ? 0 : days_.remainder(daysSinceDatum - residue_);
   }
 
   bool matches(QuandaAbstractDate date, QuandaDayOfGregorianWeek) const override {
     return days_[indexOf(date.daysSinceDatum())];
   }
+
+  std::uint64_t answerWord(const quanda_detail::DayBlock& block, std::uint64_t) const override;
+  std::uint32_t answerWordCost() const override { return 2; }
+  // Entry 0 below the residue, then the pattern's period.
+  quanda_detail::AnswerRun answerRun(std::uint32_t day, QuandaDayOfGregorianWeek) const override;
 
  protected:
   std::optional<std::uint32_t> findEarliest(bool matching, std::uint32_t first, std::uint32_t last,

@@ -27,9 +27,9 @@ class QuandaDaysOfWeekDateMask final : public QuandaDateMaskBase<QuandaDaysOfWee
   // From a std::set<QuandaDayOfGregorianWeek> or a braced list of days.
   explicit QuandaDaysOfWeekDateMask(QuandaDayOfGregorianWeekSet daysOfWeek) noexcept
       : daysOfWeek_(daysOfWeek) {
-    setMonthDaySets(quanda_detail::MonthDaySets::make(
-        [daysOfWeek](std::uint32_t, std::uint32_t weekdayOfFirst) {
-          return quanda_detail::daysOnWeekdays(daysOfWeek.bits(), weekdayOfFirst);
+    setMonthDaySets(
+        quanda_detail::MonthDaySets::make([daysOfWeek](const quanda_detail::MonthShape& shape) {
+          return quanda_detail::daysOnWeekdays(daysOfWeek.bits(), shape.weekdayOfFirst);
         }));
   }
 
@@ -38,6 +38,9 @@ class QuandaDaysOfWeekDateMask final : public QuandaDateMaskBase<QuandaDaysOfWee
 
   bool matches(QuandaAbstractDate date, QuandaDayOfGregorianWeek) const override {
     return daysOfWeek_.containsOrdinal(date.daysSinceDatum() % 7);
+  }
+  std::uint64_t answerWord(const quanda_detail::DayBlock& block, std::uint64_t) const override {
+    return block.weekdays(daysOfWeek_.bits());
   }
 
  protected:

@@ -29,7 +29,9 @@ class QuandaDaysOfWeeksDateMask final : public QuandaDateMaskBase<QuandaDaysOfWe
   // An empty `weeks`, or more entries than 32 bits count, is a programming error.
   QuandaDaysOfWeeksDateMask(QuandaAbstractDate anchorDate, QuandaDayOfGregorianWeekSet daysOfWeek,
                             const std::vector<bool>& weeks)
-      : daysOfWeek_(daysOfWeek), cycle_(anchorDate, weeks) {}
+      : daysOfWeek_(daysOfWeek), cycle_(anchorDate, weeks) {
+    setDomainStarts(cycle_.firstDaysWithEntry());
+  }
 
   QuandaAbstractDate anchorDate() const noexcept { return cycle_.anchorDate(); }
   std::set<QuandaDayOfGregorianWeek> daysOfWeek() const { return daysOfWeek_.toSet(); }
@@ -41,6 +43,15 @@ class QuandaDaysOfWeeksDateMask final : public QuandaDateMaskBase<QuandaDaysOfWe
   bool matches(QuandaAbstractDate date, QuandaDayOfGregorianWeek firstDayOfWeek) const override {
     const std::uint32_t day = date.daysSinceDatum();
     return cycle_.entryOf(day, firstDayOfWeek) && daysOfWeek_.containsOrdinal(day % 7);
+  }
+
+  std::uint64_t answerWord(const quanda_detail::DayBlock& block, std::uint64_t) const override {
+    return cycle_.daysWithEntry(block) & block.weekdays(daysOfWeek_.bits());
+  }
+  std::uint32_t answerWordCost() const override { return 2; }
+  quanda_detail::AnswerRun answerRun(std::uint32_t day,
+                                     QuandaDayOfGregorianWeek firstDayOfWeek) const override {
+    return cycle_.answerRun(day, firstDayOfWeek);
   }
 
  protected:

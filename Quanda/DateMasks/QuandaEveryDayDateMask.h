@@ -17,6 +17,9 @@ class QuandaEveryDayDateMask final : public QuandaDateMaskBase<QuandaEveryDayDat
   QuandaEveryDayDateMask() noexcept { setMonthDaySets(quanda_detail::MonthDaySets::everyDay()); }
 
   bool matches(QuandaAbstractDate, QuandaDayOfGregorianWeek) const override { return true; }
+  std::uint64_t answerWord(const quanda_detail::DayBlock&, std::uint64_t) const override {
+    return ~std::uint64_t{0};
+  }
 
  protected:
   std::optional<std::uint32_t> findEarliest(bool matching, std::uint32_t first, std::uint32_t last,

@@ -1,5 +1,7 @@
 #include "Quanda/DateMasks/QuandaJunctionDateMask.h"
 
+#include <algorithm>
+#include <array>
 #include <nlohmann/json.hpp>
 
 #include "Keel/KeelPrecondition.h"
@@ -7,67 +9,74 @@
 #include "Quanda/DateMasks/QuandaDateMaskJson.h"
 
 namespace {
-
 using Masks = std::vector<std::shared_ptr<const QuandaDateMasking>>;
-
-// The searches below run in either direction. `searchFrom(mask, bound)` asks one mask for its
-// nearest wanted day from `bound` on (towards the window's far end), and `end` is the window's
-// near end, where a search cannot do better.
-
-// The nearest day on which every mask gives the wanted answer: each mask in turn moves the
-// candidate to its own nearest such day from the candidate on, until all agree.
-template <class SearchFrom>
-std::optional<std::uint32_t> nearestOfEvery(const Masks& masks, std::uint32_t start,
-                                            const SearchFrom& searchFrom) {
-  if (masks.empty()) return start;
-  std::uint32_t candidate = start;
-  std::size_t agreeing = 0;
-  for (std::size_t index = 0;; index = (index + 1) % masks.size()) {
-    const auto found = searchFrom(*masks[index], candidate);
-    if (!found) return std::nullopt;
-    if (*found == candidate) {
-      ++agreeing;
-    } else {
-      candidate = *found;
-      agreeing = 1;
-    }
-    if (agreeing == masks.size()) return candidate;
-  }
-}
-
-// The nearest day on which some mask gives the wanted answer; each later mask only searches up to
-// (short of) the best day found so far. `searchBefore(mask, best)` searches the window short of
-// `best`, or the whole window when there is none yet.
-template <class SearchBefore>
-std::optional<std::uint32_t> nearestOfAny(const Masks& masks, std::uint32_t end,
-                                          const SearchBefore& searchBefore) {
-  std::optional<std::uint32_t> best;
-  for (const auto& mask : masks) {
-    if (const auto found = searchBefore(*mask, best)) {
-      best = found;
-      if (*best == end) break;
-    }
-  }
-  return best;
-}
-
 }  // namespace
 
 template <QuandaJunction junction>
 QuandaJunctionDateMask<junction>::QuandaJunctionDateMask(Masks masks) : masks_(std::move(masks)) {
-  auto sets = junction == QuandaJunction::allOf ? quanda_detail::MonthDaySets::everyDay()
-                                                : quanda_detail::MonthDaySets::noDay();
-  bool monthLocal = true;
+  constexpr bool allOf = junction == QuandaJunction::allOf;
+  const auto combine = [](const quanda_detail::MonthDaySets& lhs,
+                          const quanda_detail::MonthDaySets& rhs) {
+    return allOf ? lhs & rhs : lhs | rhs;
+  };
+  monthLocalPart_ =
+      allOf ? quanda_detail::MonthDaySets::everyDay() : quanda_detail::MonthDaySets::noDay();
+  std::array<std::uint32_t, 7> domainStarts{};
   for (const auto& mask : masks_) {
     KEEL_PRECONDITION(mask != nullptr, "a combination of date masks cannot hold a null mask");
-    const auto* inner = mask->monthDaySets();
-    if (inner == nullptr) {
-      monthLocal = false;
-    } else if (monthLocal) {
-      sets = junction == QuandaJunction::allOf ? sets & *inner : sets | *inner;
+    if (const auto* sets = mask->monthDaySets()) {
+      monthLocalPart_ = combine(monthLocalPart_, *sets);
+      hasMonthLocalPart_ = true;
+    } else {
+      otherParts_.push_back(mask.get());
+    }
+    const auto& starts = QuandaDateMasking::domainStartsOf(*mask);
+    for (std::size_t day = 0; day < starts.size(); ++day) {
+      domainStarts[day] = std::max(domainStarts[day], starts[day]);
     }
   }
-  if (monthLocal) this->setMonthDaySets(sets);
+  this->setDomainStarts(domainStarts);
+  if (otherParts_.empty()) {
+    this->setMonthDaySets(monthLocalPart_);
+    return;
+  }
+  std::stable_sort(otherParts_.begin(), otherParts_.end(),
+                   [](const QuandaDateMasking* lhs, const QuandaDateMasking* rhs) {
+                     return lhs->answerWordCost() < rhs->answerWordCost();
+                   });
+  answerWordCost_ = hasMonthLocalPart_ ? 1 : 0;
+  for (const QuandaDateMasking* part : otherParts_) answerWordCost_ += part->answerWordCost();
+}
+
+// A day stays undecided while every mask read so far gives it the answer that does not settle the
+// combination (a match for all of, a miss for any of); a mask is read only for those days.
+template <QuandaJunction junction>
+std::uint64_t QuandaJunctionDateMask<junction>::answerWord(const quanda_detail::DayBlock& block,
+                                                           std::uint64_t care) const {
+  if (this->monthDaySets() != nullptr) return QuandaDateMasking::answerWord(block, care);
+  constexpr std::uint64_t flip = junction == QuandaJunction::allOf ? 0 : ~std::uint64_t{0};
+  std::uint64_t undecided = care;
+  if (hasMonthLocalPart_) undecided &= block.monthDays(monthLocalPart_) ^ flip;
+  for (const QuandaDateMasking* part : otherParts_) {
+    if (undecided == 0) break;
+    undecided &= part->answerWord(block, undecided) ^ flip;
+  }
+  return undecided ^ flip;
+}
+
+template <QuandaJunction junction>
+quanda_detail::AnswerRun QuandaJunctionDateMask<junction>::answerRun(
+    std::uint32_t day, QuandaDayOfGregorianWeek firstDayOfWeek) const {
+  if (this->monthDaySets() != nullptr) return QuandaDateMasking::answerRun(day, firstDayOfWeek);
+  quanda_detail::AnswerRun run{0, QuandaAbstractDate::validDaysSinceDatumRange.max(),
+                               hasMonthLocalPart_ ? monthLocalPart_.period() : 1};
+  for (const QuandaDateMasking* part : otherParts_) {
+    const quanda_detail::AnswerRun partRun = part->answerRun(day, firstDayOfWeek);
+    run.first = std::max(run.first, partRun.first);
+    run.last = std::min(run.last, partRun.last);
+    run.period = quanda_detail::combinedPeriod(run.period, partRun.period);
+  }
+  return run;
 }
 
 template <QuandaJunction junction>
@@ -77,14 +86,7 @@ std::optional<std::uint32_t> QuandaJunctionDateMask<junction>::findEarliest(
   if (this->monthDaySets() != nullptr) {
     return QuandaDateMasking::findEarliest(matching, first, last, firstDayOfWeek);
   }
-  if (needsEvery(matching)) {
-    return nearestOfEvery(masks_, first, [&](const QuandaDateMasking& mask, std::uint32_t from) {
-      return mask.earliestDayCount(matching, from, last, firstDayOfWeek);
-    });
-  }
-  return nearestOfAny(masks_, first, [&](const QuandaDateMasking& mask, auto best) {
-    return mask.earliestDayCount(matching, first, best ? *best - 1 : last, firstDayOfWeek);
-  });
+  return this->findEarliestByWords(matching, first, last, firstDayOfWeek);
 }
 
 template <QuandaJunction junction>
@@ -94,14 +96,7 @@ std::optional<std::uint32_t> QuandaJunctionDateMask<junction>::findLatest(
   if (this->monthDaySets() != nullptr) {
     return QuandaDateMasking::findLatest(matching, first, last, firstDayOfWeek);
   }
-  if (needsEvery(matching)) {
-    return nearestOfEvery(masks_, last, [&](const QuandaDateMasking& mask, std::uint32_t through) {
-      return mask.latestDayCount(matching, first, through, firstDayOfWeek);
-    });
-  }
-  return nearestOfAny(masks_, last, [&](const QuandaDateMasking& mask, auto best) {
-    return mask.latestDayCount(matching, best ? *best + 1 : first, last, firstDayOfWeek);
-  });
+  return this->findLatestByWords(matching, first, last, firstDayOfWeek);
 }
 
 template <QuandaJunction junction>

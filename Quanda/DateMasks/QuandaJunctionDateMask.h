@@ -4,24 +4,29 @@
 //
 // All of no masks matches every date; any of no masks matches none. The masks are shared and
 // immutable, tested in the order given (put the cheap or selective ones first); a null mask is a
-// programming error.
+// programming error. The combination's domain is the intersection of the masks' domains: matches
+// checks it before asking any mask, so a date before a week cycle's first residue stops the
+// process whatever the order of the masks, and the searches never report such a date.
 //
 // Searching: when every mask is month-local (weekdays, days and weeks of the month, and their
 // combinations), so is the combination: its month day sets are the AND (all of) or the OR (any of)
 // of theirs, made once here, and "Friday the 13th" is found by walking month by month.
 //
-// Otherwise, a date that any one of the masks gives (a match for any-of, a miss for all-of) is the
-// earliest such date over the masks, one search each. A date that every mask must give is found
-// by leapfrogging: each mask in turn jumps to its own next candidate from the current one, until a
-// full round of masks agrees on a date. Every step is a mask's own search, and each jump that
-// does not agree moves forward, so the work is bounded by the number of disagreements, not by the
-// number of days; a window with no common date ends the search at its end. Masks that never agree
-// on anything (two disjoint date cycles) make the leapfrog run through the window jump by jump: a
-// search up to 9999-12-31 then takes a few milliseconds, never a scan.
+// Otherwise the combination is searched word-parallel (see QuandaDateMasking): for each block of
+// 64 days it ANDs (ORs) the answer words of its masks, its month-local masks merged into one set
+// of days read first, and asks a mask for its word only while some day of the block is still
+// undecided, as matches stops at the first mask that decides. A block thus costs no more than
+// reading its 64 days one by one, and usually a few word operations. The combination is periodic
+// between the break points of its masks (the ends of date ranges, the first residues of cycles),
+// with the least common multiple of their periods; one period read without the answer settles
+// the rest of the run. So "every 2 days from one anchor and every 2 days from the next" knows
+// after one block that it never matches, and no search reads a window more than once.
 //
-//   QuandaAllOfDateMask mondaysOutsideHolidays({mondays,
-//   std::make_shared<QuandaNotDateMask>(holidays)});
+// clang-format off
+//   QuandaAllOfDateMask mondaysOutsideHolidays(
+//       {mondays, std::make_shared<QuandaNotDateMask>(holidays)});
 //   // archived as {"masks": [{"kind": "daysOfWeek", "mask": ["monday"]}, {"kind": "not", ...}]}
+// clang-format on
 #pragma once
 
 #include <cstddef>
@@ -31,6 +36,7 @@
 #include <string_view>
 #include <vector>
 
+#include "Keel/KeelPrecondition.h"
 #include "Quanda/DateMasks/QuandaDateMaskBase.h"
 
 enum class QuandaJunction { allOf, anyOf };
@@ -47,6 +53,9 @@ class QuandaJunctionDateMask final : public QuandaDateMaskBase<QuandaJunctionDat
   }
 
   bool matches(QuandaAbstractDate date, QuandaDayOfGregorianWeek firstDayOfWeek) const override {
+    const std::uint32_t domainStart = this->domainStart(firstDayOfWeek);
+    KEEL_PRECONDITION(domainStart == 0 || date.daysSinceDatum() >= domainStart,
+                      quanda_detail::dateBeforeDomainMessage);
     for (const auto& mask : masks_) {
       if (mask->matches(date, firstDayOfWeek) != (junction == QuandaJunction::allOf)) {
         return junction == QuandaJunction::anyOf;
@@ -54,6 +63,12 @@ class QuandaJunctionDateMask final : public QuandaDateMaskBase<QuandaJunctionDat
     }
     return junction == QuandaJunction::allOf;
   }
+
+  std::uint64_t answerWord(const quanda_detail::DayBlock& block, std::uint64_t care) const override;
+  std::uint32_t answerWordCost() const override { return answerWordCost_; }
+  // The intersection of the masks' runs, with the least common multiple of their periods.
+  quanda_detail::AnswerRun answerRun(std::uint32_t day,
+                                     QuandaDayOfGregorianWeek firstDayOfWeek) const override;
 
  protected:
   std::optional<std::uint32_t> findEarliest(bool matching, std::uint32_t first, std::uint32_t last,
@@ -71,12 +86,13 @@ class QuandaJunctionDateMask final : public QuandaDateMaskBase<QuandaJunctionDat
   }
 
  private:
-  // Whether a date giving `matching` needs every mask to give it (else any one mask will do).
-  static constexpr bool needsEvery(bool matching) noexcept {
-    return matching == (junction == QuandaJunction::allOf);
-  }
-
   std::vector<std::shared_ptr<const QuandaDateMasking>> masks_;
+  // The masks as the word-parallel reading takes them, when the combination is not month-local:
+  // the month-local ones merged into one set of days (if any), then the others, cheapest first.
+  quanda_detail::MonthDaySets monthLocalPart_;
+  bool hasMonthLocalPart_ = false;
+  std::vector<const QuandaDateMasking*> otherParts_;  // cheapest first
+  std::uint32_t answerWordCost_ = 1;
 };
 
 using QuandaAllOfDateMask = QuandaJunctionDateMask<QuandaJunction::allOf>;

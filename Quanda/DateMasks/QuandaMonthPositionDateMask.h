@@ -2,25 +2,29 @@
 // counted from the 1st or from the last day, in days or in seven-day blocks, alone or together
 // with a set of weekdays. Six masks of the library are this one template with a different Rule:
 //
-//   QuandaDaysOfMonthDateMask               the day of the month is in oneBasedOrdinals
-//   QuandaReverseDaysOfMonthDateMask        the day counted from the month's end (1 = last day) is
-//   QuandaWeeksOfMonthDateMask              the week of the month (days 1-7 = 1, 8-14 = 2, ...) is
-//                                           in oneBasedWeeks
-//   QuandaReverseWeeksOfMonthDateMask       the week counted from the end (last 7 days = 1) is
-//   QuandaWeekdaysOfMonthDateMask           the weekday is in daysOfWeek and the week is in
-//                                           oneBasedWeeks (second Tuesday: {tuesday}, {2})
-//   QuandaReverseWeekdaysOfMonthDateMask    the same with weeks from the end (last Friday)
+// clang-format off
+//   QuandaDaysOfMonthDateMask              the day of the month is in oneBasedOrdinals
+//   QuandaReverseDaysOfMonthDateMask       the day counted from the month's end (1 = last day) is
+//                                          in oneBasedOrdinals
+//   QuandaWeeksOfMonthDateMask             the week of the month (days 1-7 = 1, 8-14 = 2, ...) is
+//                                          in oneBasedWeeks
+//   QuandaReverseWeeksOfMonthDateMask      the week counted from the end (last 7 days = 1) is in
+//                                          oneBasedWeeks
+//   QuandaWeekdaysOfMonthDateMask          the weekday is in daysOfWeek and the week is in
+//                                          oneBasedWeeks (second Tuesday: {tuesday}, {2})
+//   QuandaReverseWeekdaysOfMonthDateMask   the same with weeks from the end (last Friday)
+// clang-format on
 //
 // Weeks here are seven-day blocks of the month, not calendar weeks: no mask of this family
 // consults the preferred first day of the week. Positions a month does not reach (31 in April,
 // 29 in a common February, week 5 in it) simply do not match there; 0 and numbers above the
-// month's reach are kept in the sets but never match.
+// month's reach are kept in the sets but never match a valid date.
 //
 // The sets are bit sets: a test is a division by a constant at most, a shift and an AND, and the
 // weekday test comes first, so the position is not computed for a weekday outside the set. Every
 // mask of the family is month-local: it keeps, from its construction, the 32-bit set of days it
-// selects in each kind of month (length and weekday of the 1st), and its searches take the
-// lowest day of that set in the first month that has one (see QuandaDateMasking).
+// selects in each kind of month (month of the year, length, weekday of the 1st), and its searches
+// take the lowest day of that set in the first month that has one (see QuandaDateMasking).
 #pragma once
 
 #include <cstddef>
@@ -37,11 +41,13 @@
 #include "Quanda/DateMasks/QuandaOrdinalSet.h"
 
 // A Rule names the mask and says how it counts:
-//   static constexpr std::string_view kind;         tag in the tagged archive
-//   static constexpr std::string_view positionsKey; "oneBasedOrdinals" or "oneBasedWeeks"
-//   static constexpr std::uint32_t blockLength;     1 (days) or 7 (weeks)
-//   static constexpr bool fromEnd;                  counted from the month's last day
-//   static constexpr bool withWeekdays;             also requires the weekday to be in a set
+// clang-format off
+//   static constexpr std::string_view kind;          tag in the tagged archive
+//   static constexpr std::string_view positionsKey;  "oneBasedOrdinals" or "oneBasedWeeks"
+//   static constexpr std::uint32_t blockLength;      1 (days) or 7 (weeks)
+//   static constexpr bool fromEnd;                   counted from the month's last day
+//   static constexpr bool withWeekdays;              also requires the weekday to be in a set
+// clang-format on
 template <class Rule>
 class QuandaMonthPositionDateMask final
     : public QuandaDateMaskBase<QuandaMonthPositionDateMask<Rule>> {
@@ -74,13 +80,15 @@ class QuandaMonthPositionDateMask final
     if constexpr (Rule::withWeekdays) {
       if (!daysOfWeek_.containsOrdinal(date.daysSinceDatum() % 7)) return false;
     }
-    std::uint32_t position = 0;
+    // The one-based block: (day - 1) / length + 1, written so that the day 0 a date can be
+    // replaced with reads block 0 rather than wrapping around.
+    std::uint32_t block = 0;
     if constexpr (Rule::fromEnd) {
-      position = std::uint32_t{date.daysInMonth()} - date.day();
+      block = (std::uint32_t{date.daysInMonth()} - date.day()) / Rule::blockLength + 1;
     } else {
-      position = date.day() - 1U;
+      block = (date.day() + Rule::blockLength - 1) / Rule::blockLength;
     }
-    return (positions_.lowBits() >> (position / Rule::blockLength + 1)) & 1U;
+    return (positions_.lowBits() >> block) & 1U;
   }
 
  public:
@@ -100,10 +108,10 @@ class QuandaMonthPositionDateMask final
           positions.lowBits(), Rule::blockLength, Rule::fromEnd, length);
     }
     this->setMonthDaySets(
-        quanda_detail::MonthDaySets::make([&](std::uint32_t length, std::uint32_t weekdayOfFirst) {
-          std::uint32_t days = daysByLength[length - 28];
+        quanda_detail::MonthDaySets::make([&](const quanda_detail::MonthShape& shape) {
+          std::uint32_t days = daysByLength[shape.length - 28];
           if constexpr (Rule::withWeekdays) {
-            days &= quanda_detail::daysOnWeekdays(daysOfWeek.bits(), weekdayOfFirst);
+            days &= quanda_detail::daysOnWeekdays(daysOfWeek.bits(), shape.weekdayOfFirst);
           }
           return days;
         }));

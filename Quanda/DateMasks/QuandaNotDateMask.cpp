@@ -10,6 +10,7 @@ QuandaNotDateMask::QuandaNotDateMask(std::shared_ptr<const QuandaDateMasking> ma
     : mask_(std::move(mask)) {
   KEEL_PRECONDITION(mask_ != nullptr, "a not mask needs a mask");
   if (const auto* sets = mask_->monthDaySets()) setMonthDaySets(sets->complement());
+  setDomainStarts(domainStartsOf(*mask_));
 }
 
 void nlohmann::adl_serializer<QuandaNotDateMask>::to_json(nlohmann::json& json,

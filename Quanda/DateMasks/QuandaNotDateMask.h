@@ -3,7 +3,8 @@
 // Searching it is searching the inner mask for the other answer, which every mask supports, so
 // finding the next date outside a long holiday range is one jump past the range's end, not a walk
 // through it. The not of a month-local mask is month-local (its month day sets are the
-// complement), so it searches month by month itself. The inner mask is shared and immutable; a
+// complement), so it searches month by month itself. Its domain, answer runs and periods are the
+// inner mask's, and its answer words their inverse. The inner mask is shared and immutable; a
 // null mask is a programming error.
 //
 //   QuandaNotDateMask notHolidays(std::make_shared<QuandaDateRangeDateMask>(summer));
@@ -28,6 +29,19 @@ class QuandaNotDateMask final : public QuandaDateMaskBase<QuandaNotDateMask> {
 
   bool matches(QuandaAbstractDate date, QuandaDayOfGregorianWeek firstDayOfWeek) const override {
     return !mask_->matches(date, firstDayOfWeek);
+  }
+
+  std::uint64_t answerWord(const quanda_detail::DayBlock& block,
+                           std::uint64_t care) const override {
+    if (monthDaySets() != nullptr) return QuandaDateMasking::answerWord(block, care);
+    return ~mask_->answerWord(block, care);
+  }
+  std::uint32_t answerWordCost() const override {
+    return monthDaySets() != nullptr ? 1 : mask_->answerWordCost();
+  }
+  quanda_detail::AnswerRun answerRun(std::uint32_t day,
+                                     QuandaDayOfGregorianWeek firstDayOfWeek) const override {
+    return mask_->answerRun(day, firstDayOfWeek);
   }
 
  protected:

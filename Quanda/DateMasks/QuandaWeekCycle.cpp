@@ -14,6 +14,14 @@ QuandaWeekCycle::QuandaWeekCycle(QuandaAbstractDate anchorDate, const std::vecto
   }
 }
 
+std::array<std::uint32_t, 7> QuandaWeekCycle::firstDaysWithEntry() const noexcept {
+  std::array<std::uint32_t, 7> starts{};
+  for (QuandaDayOfGregorianWeek day : allCases<QuandaDayOfGregorianWeek>) {
+    starts[ordinal(day)] = firstDayWithEntry(day);
+  }
+  return starts;
+}
+
 std::optional<std::uint32_t> QuandaWeekCycle::earliestDayWithEntry(
     bool entry, std::uint32_t first, std::uint32_t last,
     QuandaDayOfGregorianWeek firstDayOfWeek) const {
@@ -24,7 +32,7 @@ std::optional<std::uint32_t> QuandaWeekCycle::earliestDayWithEntry(
   const std::uint32_t s = shift(firstDayOfWeek);
   const std::uint32_t week = (day + s) / 7U;
   const std::uint32_t ahead =
-      weeks_.distanceToNext(entry, (week - residue(firstDayOfWeek)) % weeks_.length());
+      weeks_.distanceToNext(entry, weeks_.remainder(week - residue(firstDayOfWeek)));
   if (ahead == 0) return day;
   const std::uint64_t found = 7U * (std::uint64_t{week} + ahead) - s;
   if (found > last) return std::nullopt;
@@ -39,7 +47,7 @@ std::optional<std::uint32_t> QuandaWeekCycle::latestDayWithEntry(
   const std::uint32_t s = shift(firstDayOfWeek);
   const std::uint32_t week = (last + s) / 7U;
   const std::uint32_t r = residue(firstDayOfWeek);
-  const std::uint32_t behind = weeks_.distanceToPrevious(entry, (week - r) % weeks_.length());
+  const std::uint32_t behind = weeks_.distanceToPrevious(entry, weeks_.remainder(week - r));
   if (behind == 0) return last;
   if (std::int64_t{week} - behind < std::int64_t{r}) return std::nullopt;
   // The last day of week (week - behind).

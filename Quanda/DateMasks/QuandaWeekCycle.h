@@ -6,10 +6,12 @@
 // answer differently for a Monday-first and a Sunday-first user. With A the anchor's week, n the
 // pattern's length and r = A mod n, a date of week W reads entry (W - r) mod n; a week below r
 // (only possible in the first n weeks after 0001-01-01) has no entry, and testing a date there is
-// a programming error. Searches never report such dates: for them the rule starts at week r.
+// a programming error. Searches never report such dates: for them the rule starts at week r, the
+// first day of the masks' domain (QuandaDateMasking::domain).
 //
 // The residues of the seven possible first days of the week are computed once, so a test is a
-// division by 7, a remainder and a bit.
+// division by 7, a remainder and a bit; the answers of 64 days are the entries of the ten weeks
+// they touch, each spread over its seven days.
 #pragma once
 
 #include <array>
@@ -22,6 +24,7 @@
 #include "Keel/KeelPrecondition.h"
 #include "Quanda/Abstract/QuandaAbstractDate.h"
 #include "Quanda/DateMasks/QuandaCyclePattern.h"
+#include "Quanda/DateMasks/QuandaDateMasking.h"
 
 class QuandaWeekCycle {
  public:
@@ -46,13 +49,33 @@ class QuandaWeekCycle {
     return start > shift(firstDayOfWeek) ? start - shift(firstDayOfWeek) : 0;
   }
 
+  // firstDayWithEntry for each first day of the week, by ordinal.
+  std::array<std::uint32_t, 7> firstDaysWithEntry() const noexcept;
+
   // The entry of the week holding this day count; a week below the residue is a programming
   // error.
   bool entryOf(std::uint32_t daysSinceDatum, QuandaDayOfGregorianWeek firstDayOfWeek) const {
     const std::uint32_t week = (daysSinceDatum + shift(firstDayOfWeek)) / 7U;
     const std::uint32_t r = residue(firstDayOfWeek);
-    KEEL_PRECONDITION(week >= r, "week before the week cycle's first residue");
-    return weeks_[(week - r) % weeks_.length()];
+    KEEL_PRECONDITION(week >= r, quanda_detail::dateBeforeDomainMessage);
+    return weeks_[weeks_.remainder(week - r)];
+  }
+
+  // The days of a block whose week's entry is true; days before the first day with an entry read
+  // anything.
+  std::uint64_t daysWithEntry(const quanda_detail::DayBlock& block) const noexcept {
+    const std::uint32_t r = residue(block.firstDayOfWeek());
+    const std::uint32_t week = block.week();
+    return block.daysOfWeeks(weeks_.window(week >= r ? weeks_.remainder(week - r) : 0));
+  }
+  // The run of the masks: nothing before the first day with an entry, the pattern's period of
+  // 7 * length days from it on.
+  quanda_detail::AnswerRun answerRun(std::uint32_t day,
+                                     QuandaDayOfGregorianWeek firstDayOfWeek) const noexcept {
+    const std::uint32_t start = firstDayWithEntry(firstDayOfWeek);
+    if (day < start) return {0, start - 1, 1};
+    return {start, QuandaAbstractDate::validDaysSinceDatumRange.max(),
+            quanda_detail::periodWithin(std::uint64_t{7} * weeks_.length())};
   }
 
   // The earliest (latest) day in first...last, from the first day with an entry on, whose week's

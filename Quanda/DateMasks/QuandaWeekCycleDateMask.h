@@ -4,7 +4,7 @@
 // Every day of a week whose entry is true matches. Weeks begin on the preferred first day of the
 // week passed to each call, so the answer can change with it. Entry 0 is the anchor's week; see
 // QuandaWeekCycle for the counting, and for the first weeks after 0001-01-01 where testing a date
-// is a programming error.
+// is a programming error: the mask's domain starts after them.
 //
 // The cycle length is the number of entries, not archived but derived again; an empty pattern is
 // a programming error of the constructor and a decoding error of the archive.
@@ -29,7 +29,9 @@ class QuandaWeekCycleDateMask final : public QuandaDateMaskBase<QuandaWeekCycleD
 
   // An empty `weeks`, or more entries than 32 bits count, is a programming error.
   QuandaWeekCycleDateMask(QuandaAbstractDate anchorDate, const std::vector<bool>& weeks)
-      : cycle_(anchorDate, weeks) {}
+      : cycle_(anchorDate, weeks) {
+    setDomainStarts(cycle_.firstDaysWithEntry());
+  }
 
   QuandaAbstractDate anchorDate() const noexcept { return cycle_.anchorDate(); }
   std::uint32_t weekCycleLength() const noexcept { return cycle_.length(); }
@@ -38,6 +40,15 @@ class QuandaWeekCycleDateMask final : public QuandaDateMaskBase<QuandaWeekCycleD
 
   bool matches(QuandaAbstractDate date, QuandaDayOfGregorianWeek firstDayOfWeek) const override {
     return cycle_.entryOf(date.daysSinceDatum(), firstDayOfWeek);
+  }
+
+  std::uint64_t answerWord(const quanda_detail::DayBlock& block, std::uint64_t) const override {
+    return cycle_.daysWithEntry(block);
+  }
+  std::uint32_t answerWordCost() const override { return 2; }
+  quanda_detail::AnswerRun answerRun(std::uint32_t day,
+                                     QuandaDayOfGregorianWeek firstDayOfWeek) const override {
+    return cycle_.answerRun(day, firstDayOfWeek);
   }
 
  protected:

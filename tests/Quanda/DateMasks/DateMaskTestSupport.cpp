@@ -97,6 +97,33 @@ bool weekEntry(const std::vector<bool>& weeks, QuandaAbstractDate anchor, const 
   return weeks[static_cast<std::size_t>((day.week(first) - residue) % n)];
 }
 
+MaskCase negationOf(const MaskCase& part) {
+  return {std::make_shared<QuandaNotDateMask>(part.mask),
+          [reference = part.reference](const ReferenceDay& day, QuandaDayOfGregorianWeek first) {
+            return !reference(day, first);
+          },
+          part.firstDayWithAnswer};
+}
+
+// All of (any of) the parts; the domain starts where the last of theirs does.
+MaskCase junctionOf(bool all, const std::vector<MaskCase>& parts) {
+  std::vector<Mask> masks;
+  for (const MaskCase& part : parts) masks.push_back(part.mask);
+  return {all ? Mask(std::make_shared<QuandaAllOfDateMask>(masks))
+              : Mask(std::make_shared<QuandaAnyOfDateMask>(masks)),
+          [parts, all](const ReferenceDay& day, QuandaDayOfGregorianWeek first) {
+            for (const auto& part : parts) {
+              if (part.reference(day, first) != all) return !all;
+            }
+            return all;
+          },
+          [parts](QuandaDayOfGregorianWeek first) {
+            std::uint32_t start = 0;
+            for (const auto& part : parts) start = std::max(start, part.firstDayWithAnswer(first));
+            return start;
+          }};
+}
+
 }  // namespace
 
 MaskCase randomMask(Kind kind, std::mt19937_64& random, std::uint32_t near, int depth) {
@@ -232,7 +259,6 @@ MaskCase randomMask(Kind kind, std::mt19937_64& random, std::uint32_t near, int 
       const int count = junction == 2 ? 1
                                       : std::uniform_int_distribution<int>(
                                             depth > 1 ? 1 : 0, monthLocal ? 4 : 3)(random);
-      std::vector<std::shared_ptr<const QuandaDateMasking>> masks;
       std::vector<MaskCase> parts;
       for (int index = 0; index < count; ++index) {
         Kind inner;
@@ -247,45 +273,35 @@ MaskCase randomMask(Kind kind, std::mt19937_64& random, std::uint32_t near, int 
                             0, std::size(simpleKinds) - 1)(random)];
         }
         parts.push_back(randomMask(inner, random, near, depth + 1));
-        masks.push_back(parts.back().mask);
       }
-      if (junction == 2) {
-        return {std::make_shared<QuandaNotDateMask>(parts[0].mask),
-                [reference = parts[0].reference](const ReferenceDay& day,
-                                                 QuandaDayOfGregorianWeek first) {
-                  return !reference(day, first);
-                },
-                noRestriction};
-      }
-      const bool all = junction == 0;
-      const Mask mask = all ? Mask(std::make_shared<QuandaAllOfDateMask>(masks))
-                            : Mask(std::make_shared<QuandaAnyOfDateMask>(masks));
-      return {mask,
-              [parts, all](const ReferenceDay& day, QuandaDayOfGregorianWeek first) {
-                for (const auto& part : parts) {
-                  if (part.reference(day, first) != all) return !all;
-                }
-                return all;
-              },
-              [parts](QuandaDayOfGregorianWeek first) {
-                std::uint32_t start = 0;
-                for (const auto& part : parts)
-                  start = std::max(start, part.firstDayWithAnswer(first));
-                return start;
-              }};
+      if (junction == 2) return negationOf(parts[0]);
+      return junctionOf(junction == 0, parts);
     }
     case Kind::negation: {
       const Kind inner = depth < 1 && chance(random, 0.3)
                              ? Kind::allOf
                              : simpleKinds[std::uniform_int_distribution<std::size_t>(
                                    0, std::size(simpleKinds) - 1)(random)];
-      MaskCase part = randomMask(inner, random, near, depth + 1);
-      return {
-          std::make_shared<QuandaNotDateMask>(part.mask),
-          [reference = part.reference](const ReferenceDay& day, QuandaDayOfGregorianWeek first) {
-            return !reference(day, first);
-          },
-          part.firstDayWithAnswer};
+      return negationOf(randomMask(inner, random, near, depth + 1));
+    }
+    case Kind::mixedTree: {
+      // Up to four levels of all of and any of, one part in five negated, over every kind of
+      // rule, month-local combinations included.
+      const bool all = chance(random, 0.5);
+      const int count = std::uniform_int_distribution<int>(1, 4)(random);
+      std::vector<MaskCase> parts;
+      for (int index = 0; index < count; ++index) {
+        const std::size_t draw =
+            std::uniform_int_distribution<std::size_t>(0, std::size(simpleKinds) + 2)(random);
+        const Kind inner = draw < std::size(simpleKinds)    ? simpleKinds[draw]
+                           : draw == std::size(simpleKinds) ? Kind::dateRanges
+                           : draw == std::size(simpleKinds) + 1 || depth >= 3
+                               ? Kind::monthLocalCombination
+                               : Kind::mixedTree;
+        MaskCase part = randomMask(inner, random, near, depth + 1);
+        parts.push_back(chance(random, 0.2) ? negationOf(part) : part);
+      }
+      return junctionOf(all, parts);
     }
   }
   return randomMask(Kind::everyDay, random, near, depth);

@@ -44,8 +44,8 @@ using Reference = std::function<bool(const ReferenceDay&, QuandaDayOfGregorianWe
 struct MaskCase {
   std::shared_ptr<const QuandaDateMasking> mask;
   Reference reference;
-  // The first day count with an answer for each first day of the week (the week cycles have none
-  // before their first residue).
+  // The first day count of the domain for each first day of the week (the week cycles have no
+  // answer before their first residue).
   std::function<std::uint32_t(QuandaDayOfGregorianWeek)> firstDayWithAnswer;
 };
 
@@ -69,6 +69,8 @@ enum class Kind {
   // all of, any of or not of month-local masks only (weekdays, days and weeks of the month), which
   // search by their combined month day sets
   monthLocalCombination,
+  // up to four levels of all of / any of / not over every kind, searched word by word
+  mixedTree,
 };
 inline constexpr Kind simpleKinds[] = {Kind::everyDay,        Kind::daysOfWeek,
                                        Kind::daysOfMonth,     Kind::reverseDaysOfMonth,

@@ -7,6 +7,7 @@
 #include <memory>
 #include <vector>
 
+#include "Quanda/DateMasks/QuandaDateMaskSyntax.h"
 #include "Quanda/DateMasks/QuandaDateRangeDateMask.h"
 #include "Quanda/DateMasks/QuandaDateRangesDateMask.h"
 #include "Quanda/DateMasks/QuandaDayCycleDateMask.h"
@@ -204,6 +205,51 @@ TEST(QuandaDateMaskRules, WeekCycleSearchesStartAtTheFirstWholeCycle) {
   EXPECT_EQ(offWeeks.nextMatch(date(1, 1, 1), monday), date(1, 1, 29));
 }
 
+TEST(QuandaDateMaskRules, CombinationsAnswerInsideTheIntersectionOfTheirDomains) {
+  // Week 1 is the anchor's and the cycle's first residue: its domain begins on 0001-01-08, so
+  // Saturday 0001-01-06 is outside it, whichever part of the combination comes first.
+  const auto cycle = makeDateMaskFromSyntax("week pattern 01 from 0001-01-08").value();
+  const auto saturdays = makeDateMaskFromSyntax("sat").value();
+  for (const auto& rule :
+       {QuandaAnyOfDateMask({cycle, saturdays}), QuandaAnyOfDateMask({saturdays, cycle})}) {
+    EXPECT_EQ(rule.domain(monday), KeelDomain(date(1, 1, 8), date(9999, 12, 31)));
+    EXPECT_EQ(rule.nextMatch(date(1, 1, 1), monday), date(1, 1, 13));
+    EXPECT_EQ(rule.firstMatch(KeelDomain(date(1, 1, 1), date(1, 2, 1)), monday), date(1, 1, 13));
+    EXPECT_EQ(rule.previousMatch(date(1, 1, 13), monday), std::nullopt);
+    EXPECT_EQ(QuandaNotDateMask(std::make_shared<QuandaAnyOfDateMask>(rule))
+                  .nextMatch(date(1, 1, 1), monday),
+              date(1, 1, 8));
+  }
+  // With Sunday-first weeks, week 1 begins on Sunday 0001-01-07.
+  EXPECT_EQ(QuandaAnyOfDateMask({saturdays, cycle}).domain(Day::sunday).min(), date(1, 1, 7));
+}
+
+TEST(QuandaDateMaskRules, CombinationsOfCyclesSettleNeverAndRareMatches) {
+  // Two cycles of two days that never agree, however they are nested.
+  const auto never = makeDateMaskFromSyntax(
+                         "(every 2 days from 2024-01-01 and every 2 days from 2024-01-02 or every "
+                         "2 days from 2024-01-03) and every 2 days from 2024-01-04")
+                         .value();
+  EXPECT_EQ(never->nextMatch(date(2024, 1, 1), monday), std::nullopt);
+  // Except on 0001-01-01, below the residues of two of them, where all four read entry 0.
+  EXPECT_EQ(never->previousMatch(date(2024, 1, 1), monday), date(1, 1, 1));
+  EXPECT_EQ(never->nextMatch(date(1, 1, 1), monday), std::nullopt);
+  // Cycles of 199, 211 and 223 days meet once in 9363947 days: the day arithmetic finds is the
+  // only match after 2024 and the last one of the range.
+  const auto anchor = date(2024, 1, 1).daysSinceDatum();
+  const auto rare = makeDateMaskFromSyntax(
+                        "every 199 days from 2024-01-01 and every 211 days from 2024-01-03 and "
+                        "every 223 days from 2024-02-11")
+                        .value();
+  std::uint32_t meeting = anchor;
+  while ((meeting - (anchor + 2)) % 211 != 0 || (meeting - (anchor + 41)) % 223 != 0) {
+    meeting += 199;
+  }
+  EXPECT_EQ(rare->nextMatch(date(2024, 1, 1), monday), dayNumber(meeting));
+  EXPECT_EQ(rare->previousMatch(date(9999, 12, 31), monday), dayNumber(meeting));
+  EXPECT_EQ(rare->nextMatch(dayNumber(meeting), monday), std::nullopt);
+}
+
 TEST(QuandaDateMaskRules, ValuesCompareAndHashByKindAndFields) {
   const QuandaDaysOfMonthDateMask a({1, 15});
   const QuandaDaysOfMonthDateMask b(std::set<std::uint8_t>{15, 1});
@@ -238,6 +284,20 @@ TEST(QuandaDateMaskRulesDeathTest, ProgrammingErrorsStopTheProcess) {
       {[] { QuandaDaysOfWeeksDateMask(date(2024, 1, 1), {Day::monday}, {}); },
        "at least one entry"},
       {[&] { (void)cycle.matches(date(1, 1, 8), monday); }, "first residue"},
+      // A combination checks its domain before asking any part, in either order.
+      {[&] {
+         (void)QuandaAnyOfDateMask({std::make_shared<QuandaEveryDayDateMask>(),
+                                    std::make_shared<QuandaWeekCycleDateMask>(cycle)})
+             .matches(date(1, 1, 8), monday);
+       },
+       "first residue"},
+      {[&] {
+         (void)QuandaAllOfDateMask(
+             {std::make_shared<QuandaDaysOfWeekDateMask>(QuandaDayOfGregorianWeekSet{Day::tuesday}),
+              std::make_shared<QuandaWeekCycleDateMask>(cycle)})
+             .matches(date(1, 1, 8), monday);
+       },
+       "first residue"},
       {[] { QuandaNotDateMask(nullptr); }, "needs a mask"},
       {[] { QuandaAllOfDateMask({nullptr}); }, "null mask"},
       {[] { (void)QuandaDaysOfWeekDateMask({}).earliestDayCount(true, 5, 4, monday); },

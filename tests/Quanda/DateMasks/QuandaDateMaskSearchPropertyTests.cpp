@@ -1,8 +1,9 @@
 // Every mask kind, many random rules: matches against an independent reference of the rule, and
 // the searches (nextMatch, previousMatch, matchingDates and both search primitives for both
 // answers) against a day-by-day reading of matches, over whole years (leap and common, a century
-// year, the end of the first 400-year cycle), the first months after 0001-01-01 and the last
-// months before 9999-12-31.
+// year, the end of the first 400-year cycle), the first months after 0001-01-01 (where the week
+// cycles' domains begin) and the last months before 9999-12-31. The domain is the reference's,
+// and no search reports a day outside it.
 #include <gtest/gtest.h>
 
 #include <random>
@@ -45,8 +46,17 @@ std::vector<Window> windows(std::mt19937_64& random) {
 
 void checkWindow(const MaskCase& maskCase, Window window, QuandaDayOfGregorianWeek firstDay) {
   const QuandaDateMasking& mask = *maskCase.mask;
-  const std::uint32_t start = std::max(window.first, maskCase.firstDayWithAnswer(firstDay));
-  if (start > window.last) return;
+  const std::uint32_t domainStart = maskCase.firstDayWithAnswer(firstDay);
+  ASSERT_EQ(mask.domain(firstDay).min().daysSinceDatum(), domainStart) << mask;
+  const std::uint32_t start = std::max(window.first, domainStart);
+  if (start > window.last) {
+    // The window lies before the domain: nothing in it is ever reported.
+    for (bool answer : {false, true}) {
+      ASSERT_EQ(mask.earliestDayCount(answer, window.first, window.last, firstDay), std::nullopt);
+      ASSERT_EQ(mask.latestDayCount(answer, window.first, window.last, firstDay), std::nullopt);
+    }
+    return;
+  }
   const std::uint32_t last = window.last;
   const std::size_t size = last - start + 1;
 
@@ -82,6 +92,20 @@ void checkWindow(const MaskCase& maskCase, Window window, QuandaDayOfGregorianWe
                          : std::optional<std::uint32_t>(start + std::uint32_t(index));
   };
 
+  // Searches that begin before the domain report its days only.
+  if (window.first < start) {
+    for (int answer = 0; answer < 2; ++answer) {
+      ASSERT_EQ(mask.earliestDayCount(answer, window.first, last, firstDay), asDay(next[answer][0]))
+          << mask << " answer " << answer << " first day " << firstDay;
+      ASSERT_EQ(mask.latestDayCount(answer, window.first, last, firstDay),
+                asDay(previous[answer][size - 1]))
+          << mask << " answer " << answer << " first day " << firstDay;
+    }
+    ASSERT_EQ(mask.previousMatch(QuandaAbstractDate::makeFromDaysSinceDatum(start), firstDay),
+              std::nullopt)
+        << mask << " first day " << firstDay;
+  }
+
   for (std::uint32_t day = start; day <= last; ++day) {
     const std::size_t index = day - start;
     for (int answer = 0; answer < 2; ++answer) {
@@ -109,6 +133,35 @@ void checkWindow(const MaskCase& maskCase, Window window, QuandaDayOfGregorianWe
       } else if (before) {
         ASSERT_LT(before->daysSinceDatum(), start) << mask;
       }
+    }
+  }
+
+  // Beyond the window, as far as `reach` days: the searches that leave it skip no match.
+  constexpr std::uint32_t reach = 4000;
+  const auto scanned = [&](std::uint32_t from, std::uint32_t through, bool forward) {
+    for (std::uint32_t step = 0; step <= through - from; ++step) {
+      const std::uint32_t day = forward ? from + step : through - step;
+      if (mask.matches(QuandaAbstractDate::makeFromDaysSinceDatum(day), firstDay)) {
+        return std::optional(QuandaAbstractDate::makeFromDaysSinceDatum(day));
+      }
+    }
+    return std::optional<QuandaAbstractDate>();
+  };
+  if (last < lastValidDay) {
+    const std::uint32_t through = std::min(lastValidDay, last + reach);
+    const auto after = mask.nextMatch(QuandaAbstractDate::makeFromDaysSinceDatum(last), firstDay);
+    const auto expectedAfter = scanned(last + 1, through, true);
+    if (expectedAfter || (after && after->daysSinceDatum() <= through)) {
+      ASSERT_EQ(after, expectedAfter) << mask << " after " << last << " first day " << firstDay;
+    }
+  }
+  if (start > domainStart) {
+    const std::uint32_t from = start - domainStart > reach ? start - reach : domainStart;
+    const auto before =
+        mask.previousMatch(QuandaAbstractDate::makeFromDaysSinceDatum(start), firstDay);
+    const auto expectedBefore = scanned(from, start - 1, false);
+    if (expectedBefore || (before && before->daysSinceDatum() >= from)) {
+      ASSERT_EQ(before, expectedBefore) << mask << " before " << start << " first day " << firstDay;
     }
   }
 
@@ -152,7 +205,7 @@ std::string kindName(const testing::TestParamInfo<Kind>& info) {
   std::istringstream names(
       "everyDay daysOfWeek daysOfMonth reverseDaysOfMonth weeksOfMonth reverseWeeksOfMonth "
       "weekdaysOfMonth reverseWeekdaysOfMonth dayCycle weekCycle daysOfWeeks dateRange dateRanges "
-      "allOf anyOf negation monthLocalCombination");
+      "allOf anyOf negation monthLocalCombination mixedTree");
   std::string name;
   for (int index = 0; index <= static_cast<int>(info.param); ++index) names >> name;
   return name;
@@ -160,7 +213,7 @@ std::string kindName(const testing::TestParamInfo<Kind>& info) {
 
 std::vector<Kind> everyKind() {
   std::vector<Kind> kinds;
-  for (int kind = 0; kind <= static_cast<int>(Kind::monthLocalCombination); ++kind)
+  for (int kind = 0; kind <= static_cast<int>(Kind::mixedTree); ++kind)
     kinds.push_back(static_cast<Kind>(kind));
   return kinds;
 }

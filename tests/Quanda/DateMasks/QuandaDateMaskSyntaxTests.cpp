@@ -3,11 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
+#include <string>
+#include <utility>
 
 #include "Quanda/DateMasks/QuandaDateMaskArchive.h"
 #include "Quanda/DateMasks/QuandaDateMaskSyntax.h"
 
 namespace {
+
+using nlohmann::json;
 
 struct SyntaxCase {
   const char* syntax;
@@ -81,6 +85,44 @@ TEST(QuandaDateMaskSyntax, UnreadableRulesNameTheirPart) {
   ASSERT_FALSE(badDate);
   EXPECT_EQ(badDate.error().innermost().message(), "Invalid day for month in year");
   EXPECT_EQ(badDate.error().argument("syntax"), "every 2 weeks from 2023-02-29");
+}
+
+// A rule inside `levels` "not"s, or inside `levels` parentheses that each add an any of.
+std::string notsAround(std::size_t levels, const std::string& rule) {
+  std::string text;
+  for (std::size_t level = 0; level < levels; ++level) text += "not ";
+  return text + rule;
+}
+std::string groupsAround(std::size_t levels, const std::string& rule) {
+  std::string text;
+  for (std::size_t level = 0; level < levels; ++level) text += "sat or (";
+  return text + rule + std::string(levels, ')');
+}
+
+TEST(QuandaDateMaskSyntax, NestingStopsWhereTheArchiveStops) {
+  // Nesting counts as the archive does: a rule alone is one level, each combination one more.
+  const std::pair<std::string, bool> cases[] = {
+      {notsAround(63, "mon"), true},
+      {notsAround(64, "mon"), false},
+      {groupsAround(63, "mon"), true},
+      {groupsAround(64, "mon"), false},
+      {std::string(64, '(') + "mon" + std::string(64, ')'), true},
+      {std::string(65, '(') + "mon" + std::string(65, ')'), false},
+      {notsAround(20000, "mon"), false},
+      {std::string(8000, '(') + "mon" + std::string(8000, ')'), false},
+  };
+  for (const auto& [syntax, readable] : cases) {
+    const auto mask = makeDateMaskFromSyntax(syntax);
+    ASSERT_EQ(bool(mask), readable) << syntax.substr(0, 80);
+    if (readable) {
+      const auto again =
+          decodeTaggedDateMask(json::parse(encodeTaggedDateMask(*mask.value()).dump()));
+      EXPECT_TRUE(again->isEqual(*mask.value()));
+    } else {
+      EXPECT_EQ(mask.error().message(), "Date masks nested too deeply");
+      EXPECT_EQ(mask.error().argument("maximumNesting"), "64");
+    }
+  }
 }
 
 TEST(QuandaDateMaskSyntax, RulesAlsoComeAsArchives) {
