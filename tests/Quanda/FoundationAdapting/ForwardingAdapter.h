@@ -20,8 +20,9 @@ class ForwardingAdapter final : public QuandaCalendarAdapting {
  public:
   explicit ForwardingAdapter(QuandaCalendarAdapting& inner) : inner_(inner) {}
 
-  // Calls of each requirement by its position in the interface (0 ... 57), in order.
-  std::vector<int> calls;
+  // Calls of each requirement by its position in the interface (0 ... 57), in order (the one
+  // const requirement counts too).
+  mutable std::vector<int> calls;
   // Positions that fail with injectedFailure instead of forwarding.
   std::set<int> failing;
   // When set, the duration text answered in place of the inner adapter's.
@@ -54,7 +55,7 @@ class ForwardingAdapter final : public QuandaCalendarAdapting {
   FORWARD(2, KeelResult<std::vector<std::string>>, calendarColumnNames, (Override l, std::optional<Day> f, QuandaStandaloneDayNameFormatStyle s), (l, f, s))
   FORWARD(3, KeelResult<std::string>, amSymbol, (Override l), (l))
   FORWARD(4, KeelResult<std::string>, pmSymbol, (Override l), (l))
-  std::string currentTimezoneIdentifier() const override { return inner_.currentTimezoneIdentifier(); }
+  std::string currentTimezoneIdentifier() const override { calls.push_back(5); return inner_.currentTimezoneIdentifier(); }
   FORWARD(6, KeelResult<std::string>, format, (DateComponents c, QuandaDateFormatStyle s, Override l), (c, s, l))
   FORWARD(7, KeelResult<std::string>, format, (DateComponents c, QuandaKnownDateFormatTemplate t, Override l), (c, t, l))
   FORWARD(8, KeelResult<std::string>, format, (KeelDate d, QuandaDateFormatStyle s, Override l), (d, s, l))
