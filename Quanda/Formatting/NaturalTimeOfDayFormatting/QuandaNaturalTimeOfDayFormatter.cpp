@@ -1,11 +1,31 @@
 #include "Quanda/Formatting/NaturalTimeOfDayFormatting/QuandaNaturalTimeOfDayFormatter.h"
 
+#include <cstdint>
 #include <utility>
 
 #include "Keel/KeelPrecondition.h"
 
 namespace {
+
 constexpr std::string_view path = QuandaNaturalTimeOfDayFormatter::sourcePath;
+
+// The adapter's text, or its failure wrapped with the time, the locale and the style or template.
+template <class Choice>
+KeelResult<std::string> labelled(KeelResult<std::string> text,
+                                 QuandaAbstractNaturalTimeOfDay timeOfDay,
+                                 std::string_view localeIdentifier, std::string_view choiceKey,
+                                 Choice choice, std::string_view function,
+                                 std::uint32_t lineNumber = __builtin_LINE()) {
+  if (!text) {
+    text = KeelError::wrap(text.error(),
+                           {{"timeOfDay", timeOfDay},
+                            {"localeIdentifier", localeIdentifier},
+                            {choiceKey, caseName(choice)}},
+                           path, function, lineNumber);
+  }
+  return text;
+}
+
 }  // namespace
 
 QuandaNaturalTimeOfDayFormatter::QuandaNaturalTimeOfDayFormatter(
@@ -18,29 +38,15 @@ QuandaNaturalTimeOfDayFormatter::QuandaNaturalTimeOfDayFormatter(
 KeelResult<std::string> QuandaNaturalTimeOfDayFormatter::format(
     QuandaAbstractNaturalTimeOfDay timeOfDay, std::string_view localeIdentifier,
     QuandaTimeFormatStyle style) {
-  KeelResult<std::string> text =
-      calendarAdapter_->format(timeOfDay.components(), localeIdentifier, style);
-  if (!text) {
-    return KeelError::wrap(text.error(),
-                           {{"timeOfDay", timeOfDay},
-                            {"localeIdentifier", localeIdentifier},
-                            {"style", caseName(style)}},
-                           path, "format(timeOfDay:localeIdentifier:style:)");
-  }
-  return text;
+  return labelled(calendarAdapter_->format(timeOfDay.components(), localeIdentifier, style),
+                  timeOfDay, localeIdentifier, "style", style,
+                  "format(timeOfDay:localeIdentifier:style:)");
 }
 
 KeelResult<std::string> QuandaNaturalTimeOfDayFormatter::format(
     QuandaAbstractNaturalTimeOfDay timeOfDay, std::string_view localeIdentifier,
     QuandaKnownTimeFormatTemplate template_) {
-  KeelResult<std::string> text =
-      calendarAdapter_->format(timeOfDay.components(), template_, localeIdentifier);
-  if (!text) {
-    return KeelError::wrap(text.error(),
-                           {{"timeOfDay", timeOfDay},
-                            {"localeIdentifier", localeIdentifier},
-                            {"template", caseName(template_)}},
-                           path, "format(timeOfDay:localeIdentifier:template:)");
-  }
-  return text;
+  return labelled(calendarAdapter_->format(timeOfDay.components(), template_, localeIdentifier),
+                  timeOfDay, localeIdentifier, "template", template_,
+                  "format(timeOfDay:localeIdentifier:template:)");
 }
