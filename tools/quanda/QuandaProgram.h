@@ -11,6 +11,10 @@
 // program (an unknown command or option, a missing or extra argument, text not of the expected
 // form). A refusal or a misuse is one line on err; an unknown command or option names the
 // nearest known one.
+//
+// A run first pins ICU's default locale to en_US_POSIX (tools/quanda/QuandaDevice.h), so that the
+// machine forms the library writes in it stay machine-readable; localized text follows --locale
+// or the environment's locale instead.
 #pragma once
 
 #include <iosfwd>

@@ -64,8 +64,11 @@ TEST(QuandaDurationFormatter, DropsOneFinalPeriodOfEnglishTextOnly) {
     EXPECT_EQ(formatter.format(QuandaRealTimeSpan(61.0), "xx", Style::shortDelta).value(), expected)
         << text;
   }
-  // With the library's adapter: Australian English abbreviates with periods, American does not.
+  // With the library's adapter: Australian English abbreviates with periods, which the adapter
+  // keeps and the formatter drops.
   adapters.forwarding->durationAnswer.reset();
+  EXPECT_EQ(adapters.real.adapter.format(61.0, "en_AU", Style::shortDelta).value(),
+            (QuandaFormattedDuration{"1min. 1s.", "en"}));
   EXPECT_EQ(formatter.format(QuandaNaturalTimeSpan(61), "en_AU", Style::shortDelta).value(),
             "1min. 1s");
   EXPECT_TRUE(formatter.format(QuandaNaturalTimeSpan(61), "de_DE", Style::shortDelta)
