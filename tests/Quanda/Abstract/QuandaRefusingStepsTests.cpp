@@ -46,18 +46,24 @@ TEST(QuandaRefusingSteps, DateStepsRefuseExactlyOutsideTheYears) {
     const absl::CivilDay byDays = civil + n;
     const bool daysFit = byDays.year() >= 1 && byDays.year() <= 9999;
     ASSERT_EQ(from.tryAddingDays(n).has_value(), daysFit) << from << " + " << n << " days";
-    if (daysFit) ASSERT_EQ(*from.tryAddingDays(n), from.addingDays(n));
+    if (daysFit) {
+      ASSERT_EQ(*from.tryAddingDays(n), from.addingDays(n));
+    }
 
     const std::int32_t m = months(random);
     const absl::CivilMonth byMonths = absl::CivilMonth(civil) + m;
     const bool monthsFit = byMonths.year() >= 1 && byMonths.year() <= 9999;
     ASSERT_EQ(from.tryAddingMonths(m).has_value(), monthsFit) << from << " + " << m << " months";
-    if (monthsFit) ASSERT_EQ(*from.tryAddingMonths(m), from.addingMonths(m));
+    if (monthsFit) {
+      ASSERT_EQ(*from.tryAddingMonths(m), from.addingMonths(m));
+    }
 
     const auto y = static_cast<std::int16_t>(years(random));
     const bool yearsFit = from.year() + y >= 1 && from.year() + y <= 9999;
     ASSERT_EQ(from.tryAddingYears(y).has_value(), yearsFit) << from << " + " << y << " years";
-    if (yearsFit) ASSERT_EQ(*from.tryAddingYears(y), from.addingYears(y));
+    if (yearsFit) {
+      ASSERT_EQ(*from.tryAddingYears(y), from.addingYears(y));
+    }
   }
 }
 
