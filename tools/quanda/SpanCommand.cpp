@@ -112,7 +112,14 @@ KeelResult<Span> added(Span span, const QuandaStep& step, Amount<Span> amount) {
             ? keel::tryMultiply(static_cast<std::uint64_t>(*back), static_cast<std::uint64_t>(unit))
             : std::nullopt;
     if (!magnitude) return outsideTheRange(span.description(), step);
-    if (amount < 0) return span.subtract(Natural(*magnitude));
+    if (amount < 0) {
+      // subtract takes counts that are signed 64-bit values too, and stops on others.
+      if (!keel::tryNarrow<std::int64_t>(span.seconds()) ||
+          !keel::tryNarrow<std::int64_t>(*magnitude)) {
+        return outsideTheRange(span.description(), step);
+      }
+      return span.subtract(Natural(*magnitude));
+    }
     return refusedWhereNothing(span.tryAdding(Natural(*magnitude)), span, step);
   }
 }

@@ -87,7 +87,7 @@ TEST(QuandaDevice, APinnedClockIsThePresentOfEveryCommand) {
         {{"date", "yesterday", "--zone", "America/Adak"}, "date:                  2024-07-13\n"},
         {{"time", "now", "--zone", "America/Adak"}, "ISO 8601:                01:00:00\n"},
         {{"datetime", "now"}, "RFC 3339:                 2024-07-14T10:00:00\n"},
-        {{"mask", "day 14,15", "--count", "2"}, "2024-07-14  Sunday\n2024-07-15  Monday\n"},
+        {{"mask", "days 14,15", "--count", "2"}, "2024-07-14  Sunday\n2024-07-15  Monday\n"},
         {{"now", "--zone", "Asia/Kolkata"}, "RFC 3339:           2024-07-14T15:30:00\n"},
         {{"cal"}, ">14<"},
     };

@@ -128,7 +128,7 @@ TEST(QuandaProgramProcess, TodayFollowsTheZoneInWholeOutputs) {
        "  S   M   T   W   T   F   S\n"
        "      1   2   3   4   5   6\n"
        "  7   8   9  10  11  12  13\n"
-       ">14<  15  16  17  18  19  20\n"
+       ">14< 15  16  17  18  19  20\n"
        " 21  22  23  24  25  26  27\n"
        " 28  29  30  31\n",
        "now:                Sunday, July 14, 2024 at 1:00:00\u202fAM\n"
@@ -163,7 +163,7 @@ TEST(QuandaProgramProcess, NamesFollowTheLocaleAndMachineFormsStayReadable) {
                                                std::string("QUANDA_NOW=") + pinnedNow};
     const std::vector<std::string> cal = lines(runProgram(environment, {"cal", "2024-07"}).out);
     ASSERT_GE(cal.size(), 6u);
-    EXPECT_EQ(words(cal[0]), std::vector{icuMonthTitle(locale.c_str())});
+    EXPECT_EQ(cal[0].substr(cal[0].find_first_not_of(' ')), icuMonthTitle(locale.c_str()));
     const std::vector<std::string> columns = words(cal[1]);
     EXPECT_TRUE(columns == icuColumnNames(locale.c_str(), icu::DateFormatSymbols::ABBREVIATED) ||
                 columns == icuColumnNames(locale.c_str(), icu::DateFormatSymbols::SHORT) ||
@@ -188,8 +188,9 @@ TEST(QuandaProgramProcess, TodayIsInReverseVideoInATerminal) {
   const std::string socket = "quanda-test-" + std::to_string(::getpid());
   const auto capture = [&](const std::string& colour) {
     const std::string tmux = "tmux -L " + socket + " -f /dev/null ";
-    const std::string program = "env LANG=C TZ=America/Adak QUANDA_NOW=" + std::string(pinnedNow) +
-                                ' ' + colour + ' ' + QUANDA_PROGRAM_PATH + " cal; sleep 30";
+    const std::string program = "env " + colour +
+                                " LANG=C TZ=America/Adak QUANDA_NOW=" + std::string(pinnedNow) +
+                                ' ' + QUANDA_PROGRAM_PATH + " cal; sleep 30";
     EXPECT_EQ(std::system((tmux + "new-session -d -x 100 -y 20 " + shellQuoted(program)).c_str()),
               0);
     std::string screen;
