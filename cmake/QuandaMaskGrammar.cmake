@@ -1,7 +1,7 @@
 # Writes QUANDA_MASK_GRAMMAR, the short date-mask syntax as a person types it, into a header for
 # the quanda program's help, taken from the grammar in Quanda/DateMasks/QuandaDateMaskSyntax.h so
-# that it is written once: the rules of the table between its clang-format markers (without the
-# type names) and the paragraph after it, up to how deep rules nest. Rewritten only when it changes.
+# that it is written once: the rules of the table between its clang-format markers (without their
+# notes) and the paragraph after it, up to how deep rules nest. Rewritten only when it changes.
 function(quanda_write_mask_grammar header output)
   file(READ ${header} source)
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${header})
@@ -13,10 +13,11 @@ function(quanda_write_mask_grammar header output)
   string(REPLACE "\n" ";" table_lines "${table}")
   foreach(line IN LISTS table_lines)
     string(REGEX REPLACE "^// " "" line "${line}")
-    string(REGEX REPLACE "   +Quanda.*$" "" rule "${line}")
+    # The rule is what stands before the note column (three or more spaces); a line with nothing
+    # before it only continues a note.
+    string(REGEX REPLACE "   +.*$" "" rule "${line}")
     string(STRIP "${rule}" stripped)
-    # A line indented to the type column only continues a note on the type.
-    if(NOT stripped STREQUAL "" AND NOT rule MATCHES "^          ")
+    if(NOT stripped STREQUAL "")
       string(APPEND text "${rule}\n")
     endif()
   endforeach()

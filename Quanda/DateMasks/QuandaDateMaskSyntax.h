@@ -19,7 +19,7 @@
 //   mon,thu every 3 weeks from 2024-01-01      QuandaDaysOfWeeksDateMask
 //   every other monday from 2024-01-01         QuandaDaysOfWeeksDateMask of one day
 //   every 3 months from 2024-01                QuandaMonthCycleDateMask (the month of the date;
-//   every 2 years from 2024-03                 a year is 12 months; "every month", "every year"
+//   every 2 years from 2024-03                 a year is 12 months, "every month", "every year"
 //                                              and "every other month" also read)
 //   month pattern 110 from 2024-01             QuandaMonthCycleDateMask with that pattern
 //   <month cycle> on 15 | on 1,15 | on last fri

@@ -41,7 +41,18 @@ void printQuandaError(const KeelError& error, std::ostream& err, bool verbose) {
     for (std::size_t index = 0; index < input.size(); ++index) {
       err << (index == 0 ? " (" : ", ") << input[index].key << ": " << input[index].value;
     }
-    err << (input.empty() ? "\n" : ")\n");
+    err << (input.empty() ? "" : ")");
+    // A text the library could not read names the part it stopped at and why.
+    const auto explained = [&](std::string_view key) -> const std::string* {
+      for (const KeelArgument& argument : first.args()) {
+        if (argument.key == key) return &argument.value;
+      }
+      return nullptr;
+    };
+    const std::string* part = explained("part");
+    const std::string* reason = explained("reason");
+    if (part != nullptr && reason != nullptr) err << ": \"" << *part << "\": " << *reason;
+    err << '\n';
     return;
   }
   err << '\n';

@@ -69,6 +69,14 @@ TEST(QuandaCommandSupportTests, ErrorIsOneLineOrTheChainOutermostFirstWithAligne
             "        month:          2\n"
             "        day:            29\n"
             "        platform error: U_ILLEGAL_ARGUMENT_ERROR\n");
+  // A text that could not be read: the one line names the part and the reason.
+  const KeelError unreadable = KeelError::wrap(
+      KeelError::fault("Unreadable date mask",
+                       {{"syntax", "256th mon"}, {"part", "256th"}, {"reason", "no such ordinal"}},
+                       "Quanda/Date Masks/QuandaDateMaskSyntax", "makeDateMask(syntax:)"),
+      {{"rule", "256th mon"}}, "tools/quanda/MaskCommand", "mask");
+  EXPECT_EQ(printed(unreadable, false),
+            "error: Unreadable date mask (rule: 256th mon): \"256th\": no such ordinal\n");
 }
 
 }  // namespace
