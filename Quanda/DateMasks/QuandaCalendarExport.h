@@ -36,14 +36,15 @@
 
 class QuandaCalendarAdapting;
 
-// What the event says besides its times.
+// What the event says besides its times. The members are initialised explicitly so that
+// designated initialisers naming only some of them compile without warnings.
 struct QuandaCalendarEvent {
   // The event's identifier, unique and stable across exports of the same event.
-  std::string uid;
+  std::string uid = {};
   // When the file was made (DTSTAMP).
-  QuandaLogicTimeInterval stamp;
+  QuandaLogicTimeInterval stamp = QuandaLogicTimeInterval::zero;
   // The event's title; none when empty.
-  std::string summary;
+  std::string summary = {};
 };
 
 // The recurrence as the VEVENT writes it: its first date (DTSTART), the RRULE value
@@ -51,9 +52,9 @@ struct QuandaCalendarEvent {
 // (EXDATE).
 struct QuandaCalendarRecurrence {
   QuandaAbstractDate start;
-  std::string_view rule;
-  std::span<const QuandaAbstractDate> additions;
-  std::span<const QuandaAbstractDate> exclusions;
+  std::string_view rule = {};
+  std::span<const QuandaAbstractDate> additions = {};
+  std::span<const QuandaAbstractDate> exclusions = {};
 };
 
 KeelResult<std::string> makeVCalendar(const QuandaOccurrences& occurrences,

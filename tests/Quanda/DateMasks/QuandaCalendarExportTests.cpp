@@ -1,0 +1,158 @@
+// The VCALENDAR writer, read back by libical's parser: the file has no errors, every line keeps
+// to 75 octets and CRLF, and the zone, the start, the rule, the added and excluded dates and the
+// (folded, escaped) title read back as written. libical's own time zone arithmetic over the
+// written VTIMEZONE then places every wall time of the span at the occurrences' instants.
+#include <gtest/gtest.h>
+#include <libical/ical.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "Quanda/DateMasks/QuandaCalendarExport.h"
+#include "Quanda/DateMasks/QuandaDateMaskSyntax.h"
+#include "Quanda/FoundationAdapting/AdapterTestSupport.h"
+
+namespace {
+
+struct ComponentDeleter {
+  void operator()(icalcomponent* component) const { icalcomponent_free(component); }
+};
+using Component = std::unique_ptr<icalcomponent, ComponentDeleter>;
+
+std::string tzidParameter(icalproperty* property) {
+  icalparameter* parameter = icalproperty_get_first_parameter(property, ICAL_TZID_PARAMETER);
+  return parameter == nullptr ? "" : icalparameter_get_tzid(parameter);
+}
+
+TEST(QuandaCalendarExport, LibicalReadsTheFileBackAndPlacesEveryWallTimeAtTheOccurrences) {
+  const auto date = [](int year, int month, int day) {
+    return QuandaAbstractDate::make(static_cast<std::uint16_t>(year),
+                                    static_cast<std::uint8_t>(month),
+                                    static_cast<std::uint8_t>(day))
+        .value();
+  };
+  const std::vector<QuandaAbstractDate> additions{date(2025, 1, 5)};
+  const std::vector<QuandaAbstractDate> exclusions{date(2024, 12, 25), date(2024, 12, 26)};
+  const QuandaCalendarRecurrence recurrence{
+      .start = date(2024, 1, 1),
+      .rule = "FREQ=DAILY",
+      .additions = additions,
+      .exclusions = exclusions,
+  };
+  const std::string summary =
+      "Stand-up; Größenordnungen, Zeitzonen und Sommerzeit \\ backslash, and a title long enough "
+      "to fold twice: äöü ÄÖÜ ß €€€";
+  TestAdapter test;
+  for (const char* zone :
+       {"Europe/Berlin", "America/New_York", "Australia/Lord_Howe", "Asia/Kolkata", "UTC"}) {
+    SCOPED_TRACE(zone);
+    const QuandaOccurrences daily(makeDateMaskFromSyntax("every day").value(),
+                                  QuandaAbstractNaturalTimeOfDay::make(2, 30, 0).value(), zone);
+    const auto text = makeVCalendar(daily, recurrence, date(2024, 12, 31),
+                                    {.uid = "occurrences-1@quanda.test",
+                                     .stamp = QuandaLogicTimeInterval(1700000000.0),
+                                     .summary = summary},
+                                    test.adapter);
+    ASSERT_TRUE(text) << text.error();
+    const std::string& file = text.value();
+
+    // Physical lines: CRLF only, 75 octets at most.
+    std::size_t lineStart = 0;
+    while (lineStart < file.size()) {
+      const std::size_t end = file.find("\r\n", lineStart);
+      ASSERT_NE(end, std::string::npos);
+      EXPECT_LE(end - lineStart, 75U) << file.substr(lineStart, end - lineStart);
+      EXPECT_EQ(file.substr(lineStart, end - lineStart).find('\n'), std::string::npos);
+      lineStart = end + 2;
+    }
+
+    const Component calendar(icalparser_parse_string(file.c_str()));
+    ASSERT_NE(calendar, nullptr);
+    EXPECT_EQ(icalcomponent_count_errors(calendar.get()), 0) << file;
+    EXPECT_EQ(icalcomponent_isa(calendar.get()), ICAL_VCALENDAR_COMPONENT);
+    icalcomponent* timezone =
+        icalcomponent_get_first_component(calendar.get(), ICAL_VTIMEZONE_COMPONENT);
+    icalcomponent* event = icalcomponent_get_first_component(calendar.get(), ICAL_VEVENT_COMPONENT);
+    ASSERT_NE(timezone, nullptr);
+    ASSERT_NE(event, nullptr);
+    EXPECT_STREQ(
+        icalproperty_get_tzid(icalcomponent_get_first_property(timezone, ICAL_TZID_PROPERTY)),
+        zone);
+
+    icalproperty* start = icalcomponent_get_first_property(event, ICAL_DTSTART_PROPERTY);
+    ASSERT_NE(start, nullptr);
+    EXPECT_EQ(tzidParameter(start), zone);
+    EXPECT_STREQ(icaltime_as_ical_string(icalproperty_get_dtstart(start)), "20240101T023000");
+    icalrecurrencetype rule =
+        icalproperty_get_rrule(icalcomponent_get_first_property(event, ICAL_RRULE_PROPERTY));
+    EXPECT_STREQ(icalrecurrencetype_as_string(&rule), "FREQ=DAILY");
+    EXPECT_EQ(icalcomponent_count_properties(event, ICAL_EXDATE_PROPERTY), 2);
+    EXPECT_EQ(icalcomponent_count_properties(event, ICAL_RDATE_PROPERTY), 1);
+    EXPECT_EQ(tzidParameter(icalcomponent_get_first_property(event, ICAL_EXDATE_PROPERTY)), zone);
+    EXPECT_EQ(icalcomponent_get_summary(event), summary);
+    EXPECT_STREQ(icalcomponent_get_uid(event), "occurrences-1@quanda.test");
+
+    // libical's arithmetic over the written VTIMEZONE, for every wall time of the span; the
+    // nights a zone skips or repeats 02:30 are the adapter's policy, which libical need not share.
+    icaltimezone* written = icaltimezone_new();
+    icaltimezone_set_component(written, icalcomponent_new_clone(timezone));
+    const auto year = daily.next(366, date(2023, 12, 31), test.adapter).value();
+    int compared = 0;
+    for (const QuandaOccurrence& occurrence : year) {
+      if (occurrence.localDateTime.time() != daily.timeOfDay()) continue;  // skipped
+      icaltimetype wall = icaltime_null_time();
+      wall.year = occurrence.date.year();
+      wall.month = occurrence.date.month();
+      wall.day = occurrence.date.day();
+      wall.hour = 2;
+      wall.minute = 30;
+      const auto instant = static_cast<double>(icaltime_as_timet_with_zone(wall, written));
+      const bool repeated =
+          occurrence.secondsFromGMT !=
+          daily.occurrence(occurrence.date.addingDays(1), test.adapter).value().secondsFromGMT;
+      if (!repeated) {
+        EXPECT_EQ(instant, occurrence.logicTimeInterval.unixEpoch()) << occurrence.description();
+        ++compared;
+      }
+    }
+    EXPECT_GE(compared, 364);
+    icaltimezone_free(written, 1);
+  }
+}
+
+TEST(QuandaCalendarExport, FoldingKeepsUtf8SequencesWholeAndTheErrorsNameTheWriter) {
+  std::string wide = "SUMMARY:";
+  for (int index = 0; index < 100; ++index) wide += "\xE2\x82\xAC";  // the euro sign
+  const std::string folded = foldVCalendarLine(wide);
+  std::string unfolded;
+  std::size_t position = 0;
+  while (position < folded.size()) {
+    const std::size_t end = folded.find("\r\n", position);
+    std::string physical = folded.substr(position, end - position);
+    EXPECT_LE(physical.size(), 75U);
+    if (position != 0) {
+      ASSERT_EQ(physical.front(), ' ');
+      physical.erase(0, 1);
+      EXPECT_NE(static_cast<unsigned char>(physical.front()) & 0xC0U, 0x80U);
+    }
+    unfolded += physical;
+    position = end + 2;
+  }
+  EXPECT_EQ(unfolded, wide);
+  EXPECT_EQ(foldVCalendarLine("VERSION:2.0"), "VERSION:2.0\r\n");
+
+  TestAdapter test;
+  const QuandaOccurrences nowhere(makeDateMaskFromSyntax("every day").value(),
+                                  QuandaAbstractNaturalTimeOfDay::zero, "Nowhere/City");
+  const auto start = QuandaAbstractDate::make(2024, 1, 1).value();
+  const auto failed =
+      makeVCalendar(nowhere, {.start = start, .rule = "FREQ=DAILY"}, start,
+                    {.uid = "x", .stamp = QuandaLogicTimeInterval::zero}, test.adapter);
+  ASSERT_FALSE(failed);
+  EXPECT_EQ(failed.error().functionName(),
+            "makeVCalendar(occurrences:recurrence:through:event:calendarAdapter:)");
+  EXPECT_EQ(failed.error().innermost().message(), "Failed to create timezone");
+}
+
+}  // namespace
