@@ -109,8 +109,18 @@ KeelResult<std::optional<QuandaOccurrence>> QuandaOccurrences::beside(
   while (match) {
     auto placed = place(*match, calendarAdapter);
     if (!placed) return placed.error();
-    const QuandaLogicTimeInterval at = placed.value().logicTimeInterval;
-    if (forward ? at > instant : at < instant) return std::optional(placed.value());
+    QuandaOccurrence found = placed.value();
+    if (forward ? found.logicTimeInterval > instant : found.logicTimeInterval < instant) {
+      // Of dates that share an instant, the earliest names it, as the forward walk finds it.
+      for (auto earlier = forward ? std::nullopt : mask_->previousMatch(*match, firstDayOfWeek_);
+           earlier; earlier = mask_->previousMatch(*earlier, firstDayOfWeek_)) {
+        auto other = place(*earlier, calendarAdapter);
+        if (!other) return other.error();
+        if (other.value().logicTimeInterval != found.logicTimeInterval) break;
+        found = other.value();
+      }
+      return std::optional(found);
+    }
     match = forward ? mask_->nextMatch(*match, firstDayOfWeek_)
                     : mask_->previousMatch(*match, firstDayOfWeek_);
   }

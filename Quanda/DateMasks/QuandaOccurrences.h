@@ -16,8 +16,8 @@
 // zone skips moves forward by the gap (02:30 on the night Berlin springs forward is 03:30 CEST),
 // and one it repeats is the earlier instant (02:30 on the night it falls back is 02:30 CEST). Two
 // dates can therefore share an instant where a zone skips a whole day (Pacific/Apia, 2011-12-30
-// at 09:30 is 2011-12-31 at 09:30): the searches by instant name it once, those by date once per
-// date. The instants never go backward as the dates go forward.
+// at 09:30 is 2011-12-31 at 09:30): the searches by instant name it once, by the earlier date,
+// those by date once per date. The instants never go backward as the dates go forward.
 //
 // The searches by date are the mask's (nextMatch, previousMatch) with each date placed; the
 // searches by instant read the instant's wall date in the zone, then place the matching dates
