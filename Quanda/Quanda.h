@@ -56,6 +56,7 @@
 #include "Quanda/TimeSpans/QuandaRealTimeSpan.h"
 
 // Date masks
+#include "Quanda/DateMasks/QuandaCalendarExport.h"
 #include "Quanda/DateMasks/QuandaCyclePattern.h"
 #include "Quanda/DateMasks/QuandaDateMaskArchive.h"
 #include "Quanda/DateMasks/QuandaDateMaskSyntax.h"
@@ -71,6 +72,8 @@
 #include "Quanda/DateMasks/QuandaJunctionDateMask.h"
 #include "Quanda/DateMasks/QuandaMonthPositionDateMask.h"
 #include "Quanda/DateMasks/QuandaNotDateMask.h"
+#include "Quanda/DateMasks/QuandaOccurrence.h"
+#include "Quanda/DateMasks/QuandaOccurrences.h"
 #include "Quanda/DateMasks/QuandaOrdinalSet.h"
 #include "Quanda/DateMasks/QuandaReverseDaysOfMonthDateMask.h"
 #include "Quanda/DateMasks/QuandaReverseWeekdaysOfMonthDateMask.h"
