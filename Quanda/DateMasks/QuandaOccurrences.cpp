@@ -16,6 +16,24 @@ constexpr std::string_view path = "Quanda/DateMasks/QuandaOccurrences";
 // sought: a date's occurrence lies on its own wall date or, moved by a gap, on the next one.
 constexpr std::uint32_t searchMargin = 2;
 
+// The result, or its failure wrapped once with the operation's signature text
+// ("next(count:date:calendarAdapter:)") and arguments, made only then.
+template <class T, class Position>
+KeelResult<T> named(KeelResult<T> result, const QuandaOccurrences& occurrences,
+                    std::string_view operation, Position position,
+                    std::optional<std::size_t> count = std::nullopt,
+                    std::uint32_t line = __builtin_LINE()) {
+  if (result) return result;
+  const std::string key =
+      std::is_same_v<Position, QuandaAbstractDate> ? "date" : "logicTimeInterval";
+  KeelArguments arguments{{"occurrences", occurrences.description()}};
+  if (count) arguments.emplace_back("count", *count);
+  arguments.emplace_back(key, position);
+  const std::string function =
+      std::string(operation) + (count ? "(count:" : "(") + key + ":calendarAdapter:)";
+  return KeelError::wrap(result.error(), std::move(arguments), path, function, line);
+}
+
 }  // namespace
 
 QuandaOccurrences::QuandaOccurrences(std::shared_ptr<const QuandaDateMasking> mask,
@@ -64,16 +82,10 @@ KeelResult<QuandaOccurrence> QuandaOccurrences::place(QuandaAbstractDate date,
 
 KeelResult<QuandaOccurrence> QuandaOccurrences::occurrence(QuandaAbstractDate date,
                                                            Adapter& calendarAdapter) const {
-  auto placed = place(date, calendarAdapter);
-  if (!placed) {
-    return KeelError::wrap(placed.error(), {{"occurrences", description()}, {"date", date}}, path,
-                           "occurrence(date:calendarAdapter:)");
-  }
-  return placed;
+  return named(place(date, calendarAdapter), *this, "occurrence", date);
 }
 
-// ---- Searches
-// -------------------------------------------------------------------------------------
+// ---- Searches -----------------------------------------------------------------------------------
 
 KeelResult<std::optional<QuandaOccurrence>> QuandaOccurrences::beside(
     QuandaAbstractDate date, Direction direction, Adapter& calendarAdapter) const {
@@ -147,101 +159,56 @@ KeelResult<std::vector<QuandaOccurrence>> QuandaOccurrences::list(std::size_t co
   return found;
 }
 
-// ---- The public searches: each wraps its failure once -----------------------------------------
+// ---- The public searches: each wraps its failure once
+// ---------------------------------------------
 
 KeelResult<std::optional<QuandaOccurrence>> QuandaOccurrences::nextAfter(
     QuandaLogicTimeInterval logicTimeInterval, Adapter& calendarAdapter) const {
-  auto found = beside(logicTimeInterval, Direction::forward, calendarAdapter);
-  if (!found) {
-    return KeelError::wrap(
-        found.error(), {{"occurrences", description()}, {"logicTimeInterval", logicTimeInterval}},
-        path, "nextAfter(logicTimeInterval:calendarAdapter:)");
-  }
-  return found;
+  return named(beside(logicTimeInterval, Direction::forward, calendarAdapter), *this, "nextAfter",
+               logicTimeInterval);
 }
 
 KeelResult<std::optional<QuandaOccurrence>> QuandaOccurrences::previousBefore(
     QuandaLogicTimeInterval logicTimeInterval, Adapter& calendarAdapter) const {
-  auto found = beside(logicTimeInterval, Direction::backward, calendarAdapter);
-  if (!found) {
-    return KeelError::wrap(
-        found.error(), {{"occurrences", description()}, {"logicTimeInterval", logicTimeInterval}},
-        path, "previousBefore(logicTimeInterval:calendarAdapter:)");
-  }
-  return found;
+  return named(beside(logicTimeInterval, Direction::backward, calendarAdapter), *this,
+               "previousBefore", logicTimeInterval);
 }
 
 KeelResult<std::optional<QuandaOccurrence>> QuandaOccurrences::nextAfter(
     QuandaAbstractDate date, Adapter& calendarAdapter) const {
-  auto found = beside(date, Direction::forward, calendarAdapter);
-  if (!found) {
-    return KeelError::wrap(found.error(), {{"occurrences", description()}, {"date", date}}, path,
-                           "nextAfter(date:calendarAdapter:)");
-  }
-  return found;
+  return named(beside(date, Direction::forward, calendarAdapter), *this, "nextAfter", date);
 }
 
 KeelResult<std::optional<QuandaOccurrence>> QuandaOccurrences::previousBefore(
     QuandaAbstractDate date, Adapter& calendarAdapter) const {
-  auto found = beside(date, Direction::backward, calendarAdapter);
-  if (!found) {
-    return KeelError::wrap(found.error(), {{"occurrences", description()}, {"date", date}}, path,
-                           "previousBefore(date:calendarAdapter:)");
-  }
-  return found;
+  return named(beside(date, Direction::backward, calendarAdapter), *this, "previousBefore", date);
 }
 
 KeelResult<std::vector<QuandaOccurrence>> QuandaOccurrences::next(
     std::size_t count, QuandaLogicTimeInterval logicTimeInterval, Adapter& calendarAdapter) const {
-  auto found = list(count, logicTimeInterval, Direction::forward, calendarAdapter);
-  if (!found) {
-    return KeelError::wrap(found.error(),
-                           {{"occurrences", description()},
-                            {"count", count},
-                            {"logicTimeInterval", logicTimeInterval}},
-                           path, "next(count:logicTimeInterval:calendarAdapter:)");
-  }
-  return found;
+  return named(list(count, logicTimeInterval, Direction::forward, calendarAdapter), *this, "next",
+               logicTimeInterval, count);
 }
 
 KeelResult<std::vector<QuandaOccurrence>> QuandaOccurrences::next(std::size_t count,
                                                                   QuandaAbstractDate date,
                                                                   Adapter& calendarAdapter) const {
-  auto found = list(count, date, Direction::forward, calendarAdapter);
-  if (!found) {
-    return KeelError::wrap(found.error(),
-                           {{"occurrences", description()}, {"count", count}, {"date", date}}, path,
-                           "next(count:date:calendarAdapter:)");
-  }
-  return found;
+  return named(list(count, date, Direction::forward, calendarAdapter), *this, "next", date, count);
 }
 
 KeelResult<std::vector<QuandaOccurrence>> QuandaOccurrences::previous(
     std::size_t count, QuandaLogicTimeInterval logicTimeInterval, Adapter& calendarAdapter) const {
-  auto found = list(count, logicTimeInterval, Direction::backward, calendarAdapter);
-  if (!found) {
-    return KeelError::wrap(found.error(),
-                           {{"occurrences", description()},
-                            {"count", count},
-                            {"logicTimeInterval", logicTimeInterval}},
-                           path, "previous(count:logicTimeInterval:calendarAdapter:)");
-  }
-  return found;
+  return named(list(count, logicTimeInterval, Direction::backward, calendarAdapter), *this,
+               "previous", logicTimeInterval, count);
 }
 
 KeelResult<std::vector<QuandaOccurrence>> QuandaOccurrences::previous(
     std::size_t count, QuandaAbstractDate date, Adapter& calendarAdapter) const {
-  auto found = list(count, date, Direction::backward, calendarAdapter);
-  if (!found) {
-    return KeelError::wrap(found.error(),
-                           {{"occurrences", description()}, {"count", count}, {"date", date}}, path,
-                           "previous(count:date:calendarAdapter:)");
-  }
-  return found;
+  return named(list(count, date, Direction::backward, calendarAdapter), *this, "previous", date,
+               count);
 }
 
-// ---- QuandaOccurrence
-// -----------------------------------------------------------------------------
+// ---- QuandaOccurrence ---------------------------------------------------------------------------
 
 std::string QuandaOccurrence::describeOffset(std::int32_t secondsFromGMT) {
   const std::int32_t magnitude = secondsFromGMT < 0 ? -secondsFromGMT : secondsFromGMT;
