@@ -160,7 +160,7 @@ KeelResult<std::vector<QuandaOccurrence>> QuandaOccurrences::list(std::size_t co
 }
 
 // ---- The public searches: each wraps its failure once
-// ---------------------------------------------
+// --------------------------------------------
 
 KeelResult<std::optional<QuandaOccurrence>> QuandaOccurrences::nextAfter(
     QuandaLogicTimeInterval logicTimeInterval, Adapter& calendarAdapter) const {
