@@ -159,8 +159,7 @@ KeelResult<std::vector<QuandaOccurrence>> QuandaOccurrences::list(std::size_t co
   return found;
 }
 
-// ---- The public searches: each wraps its failure once
-// --------------------------------------------
+// ---- The public searches: each wraps its failure once -------------------------------------------
 
 KeelResult<std::optional<QuandaOccurrence>> QuandaOccurrences::nextAfter(
     QuandaLogicTimeInterval logicTimeInterval, Adapter& calendarAdapter) const {
