@@ -17,7 +17,7 @@ constexpr std::string_view function =
 
 // yyyymmddThhmmss, a DATE-TIME in local (floating or TZID) form.
 std::string dateTimeValue(QuandaAbstractNaturalDateTime dateTime) {
-  char text[16];
+  char text[32];  // room for any uint8 field, so that no write is cut
   std::snprintf(text, sizeof text, "%04u%02u%02uT%02u%02u%02u", unsigned{dateTime.date().year()},
                 unsigned{dateTime.date().month()}, unsigned{dateTime.date().day()},
                 unsigned{dateTime.time().hour()}, unsigned{dateTime.time().minute()},
@@ -28,7 +28,7 @@ std::string dateTimeValue(QuandaAbstractNaturalDateTime dateTime) {
 // +hhmm, or +hhmmss when the offset has seconds; never "-0000".
 std::string offsetValue(std::int32_t secondsFromGMT) {
   const std::int32_t magnitude = secondsFromGMT < 0 ? -secondsFromGMT : secondsFromGMT;
-  char text[12];
+  char text[32];
   std::snprintf(text, sizeof text, "%c%02d%02d", secondsFromGMT < 0 ? '-' : '+', magnitude / 3600,
                 magnitude / 60 % 60);
   std::string value = text;
