@@ -118,6 +118,28 @@ void writeDates(Writer& writer, std::string_view name, std::string_view zone,
   writer.line(text);
 }
 
+// The rule with a date UNTIL made the UTC instant of that date's occurrence, as RFC 5545 asks
+// beside a DTSTART with TZID; an UNTIL already a date-time stays.
+KeelResult<std::string> ruleValue(std::string_view rule, const QuandaOccurrences& occurrences,
+                                  QuandaCalendarAdapting& calendarAdapter) {
+  constexpr std::string_view until = "UNTIL=";
+  std::string value(rule);
+  const std::size_t start = value.find(until);
+  if (start == std::string::npos) return value;
+  const std::size_t digits = start + until.size();
+  const std::size_t end = value.find(';', digits);
+  const std::string_view date = std::string_view(value).substr(digits, end - digits);
+  if (date.size() != 8) return value;
+  const auto day = QuandaAbstractDate::makeFromIso8601StringWithoutSeparators(date);
+  if (!day) return day.error();
+  const auto last = occurrences.occurrence(day.value(), calendarAdapter);
+  if (!last) return last.error();
+  const auto utc = QuandaAbstractNaturalDateTime::makeUsingUtcTimezone(
+      last.value().logicTimeInterval, calendarAdapter);
+  if (!utc) return utc.error();
+  return value.replace(digits, date.size(), dateTimeValue(utc.value()) + "Z");
+}
+
 KeelResult<std::string> write(const QuandaOccurrences& occurrences,
                               const QuandaCalendarRecurrence& recurrence,
                               QuandaAbstractDate through, const QuandaCalendarEvent& event,
@@ -140,6 +162,8 @@ KeelResult<std::string> write(const QuandaOccurrences& occurrences,
   if (!transitions) return transitions.error();
   const auto only = QuandaTimezoneDatabase::offset(zone, fromInstant);
   if (!only) return only.error();
+  const auto rule = ruleValue(recurrence.rule, occurrences, calendarAdapter);
+  if (!rule) return rule.error();
   const auto stamp =
       QuandaAbstractNaturalDateTime::makeUsingUtcTimezone(event.stamp, calendarAdapter);
   if (!stamp) return stamp.error();
@@ -156,7 +180,7 @@ KeelResult<std::string> write(const QuandaOccurrences& occurrences,
   writer.line(
       "DTSTART;TZID=" + zone + ":" +
       dateTimeValue(QuandaAbstractNaturalDateTime(recurrence.start, occurrences.timeOfDay())));
-  if (!recurrence.rule.empty()) writer.line("RRULE", recurrence.rule);
+  if (!rule.value().empty()) writer.line("RRULE", rule.value());
   writeDates(writer, "RDATE", zone, recurrence.additions, occurrences.timeOfDay());
   writeDates(writer, "EXDATE", zone, recurrence.exclusions, occurrences.timeOfDay());
   if (!event.summary.empty()) writer.line("SUMMARY", textValue(event.summary));

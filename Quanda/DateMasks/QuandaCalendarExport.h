@@ -4,9 +4,11 @@
 // The file is one VCALENDAR (VERSION:2.0, a PRODID) holding the zone's VTIMEZONE and one VEVENT.
 // The event starts at the rule's first date at the time of day, as a wall time in the zone
 // (DTSTART;TZID=Europe/Berlin:20240126T093000), and repeats by the rule's RRULE, its RDATE
-// additions and its EXDATE exclusions, each a wall time of the same zone. The recurrence itself
-// is given as the exported rule (QuandaRecurrenceRule: the start, the RRULE value, the added and
-// the excluded dates), since which masks an RRULE can say, and how, is the rule's business.
+// additions and its EXDATE exclusions, each a wall time of the same zone; a date UNTIL in the rule
+// becomes the UTC instant of that date's occurrence, as RFC 5545 wants beside a zoned DTSTART. The
+// recurrence itself is given as the exported rule (QuandaRecurrenceRule: the start, the RRULE
+// value, the added and the excluded dates), since which masks an RRULE can say, and how, is the
+// rule's business.
 //
 // The VTIMEZONE lists the zone's transitions (QuandaTimezoneDatabase::transitions) from the one in
 // force at the first occurrence through the `through` date's, each as a STANDARD or DAYLIGHT

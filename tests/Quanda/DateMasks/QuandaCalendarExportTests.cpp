@@ -146,7 +146,25 @@ TEST(QuandaCalendarExport, FoldingKeepsUtf8SequencesWholeAndTheErrorsNameTheWrit
   EXPECT_EQ(unfolded, wide);
   EXPECT_EQ(foldVCalendarLine("VERSION:2.0"), "VERSION:2.0\r\n");
 
+  // A date UNTIL becomes the UTC instant of that date's occurrence, which libical reads back.
   TestAdapter test;
+  const QuandaOccurrences berlin(makeDateMaskFromSyntax("every day").value(),
+                                 QuandaAbstractNaturalTimeOfDay::make(9, 30, 0).value(),
+                                 "Europe/Berlin");
+  const auto first = QuandaAbstractDate::make(2024, 7, 1).value();
+  const auto bounded = makeVCalendar(berlin, {.start = first, .rule = "FREQ=DAILY;UNTIL=20240710"},
+                                     first, {.uid = "u"}, test.adapter);
+  ASSERT_TRUE(bounded) << bounded.error();
+  const Component parsed(icalparser_parse_string(bounded.value().c_str()));
+  ASSERT_NE(parsed, nullptr);
+  const icalrecurrencetype until = icalproperty_get_rrule(icalcomponent_get_first_property(
+      icalcomponent_get_first_component(parsed.get(), ICAL_VEVENT_COMPONENT), ICAL_RRULE_PROPERTY));
+  EXPECT_TRUE(icaltime_is_utc(until.until));
+  EXPECT_EQ(static_cast<double>(icaltime_as_timet(until.until)),
+            berlin.occurrence(QuandaAbstractDate::make(2024, 7, 10).value(), test.adapter)
+                .value()
+                .logicTimeInterval.unixEpoch());
+
   const QuandaOccurrences nowhere(makeDateMaskFromSyntax("every day").value(),
                                   QuandaAbstractNaturalTimeOfDay::zero, "Nowhere/City");
   const auto start = QuandaAbstractDate::make(2024, 1, 1).value();
