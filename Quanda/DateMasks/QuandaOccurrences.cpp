@@ -60,6 +60,16 @@ std::string QuandaOccurrences::description() const {
 
 // ---- Placing one date ---------------------------------------------------------------------------
 
+KeelResult<QuandaAbstractNaturalDateTime> QuandaOccurrences::wallClock(
+    QuandaLogicTimeInterval instant, Adapter& calendarAdapter) const {
+  const auto components =
+      timezoneIdentifier_
+          ? calendarAdapter.makeTimezoneDiscreteDateTimeComponents(instant, *timezoneIdentifier_)
+          : calendarAdapter.makeLocalTimezoneDiscreteDateTimeComponents(instant);
+  if (!components) return components.error();
+  return QuandaAbstractNaturalDateTime::make(components.value());
+}
+
 KeelResult<QuandaOccurrence> QuandaOccurrences::place(QuandaAbstractDate date,
                                                       Adapter& calendarAdapter) const {
   const auto components = QuandaAbstractNaturalDateTime(date, timeOfDay_).components();
@@ -68,11 +78,7 @@ KeelResult<QuandaOccurrence> QuandaOccurrences::place(QuandaAbstractDate date,
           ? calendarAdapter.makeGregorianLogicTimeInterval(components, *timezoneIdentifier_)
           : calendarAdapter.makeLocalGregorianLogicTimeInterval(components);
   if (!instant) return instant.error();
-  const auto wall =
-      timezoneIdentifier_
-          ? QuandaAbstractNaturalDateTime::makeUsingTimezone(instant.value(), calendarAdapter,
-                                                             *timezoneIdentifier_)
-          : QuandaAbstractNaturalDateTime::makeUsingLocalTimezone(instant.value(), calendarAdapter);
+  const auto wall = wallClock(instant.value(), calendarAdapter);
   if (!wall) return wall.error();
   const auto wallSeconds = wall.value().localSeconds().time_since_epoch().count();
   const auto instantSeconds = static_cast<std::int64_t>(instant.value().unixEpoch());
@@ -100,10 +106,7 @@ KeelResult<std::optional<QuandaOccurrence>> QuandaOccurrences::beside(
 
 KeelResult<std::optional<QuandaOccurrence>> QuandaOccurrences::beside(
     QuandaLogicTimeInterval instant, Direction direction, Adapter& calendarAdapter) const {
-  const auto wall = timezoneIdentifier_ ? QuandaAbstractNaturalDateTime::makeUsingTimezone(
-                                              instant, calendarAdapter, *timezoneIdentifier_)
-                                        : QuandaAbstractNaturalDateTime::makeUsingLocalTimezone(
-                                              instant, calendarAdapter);
+  const auto wall = wallClock(instant, calendarAdapter);
   if (!wall) return wall.error();
   const std::uint32_t day = wall.value().date().daysSinceDatum();
   const bool forward = direction == Direction::forward;

@@ -38,6 +38,7 @@
 
 #include "Keel/KeelResult.h"
 #include "Quanda/Abstract/QuandaAbstractDate.h"
+#include "Quanda/Abstract/QuandaAbstractNaturalDateTime.h"
 #include "Quanda/Abstract/QuandaAbstractNaturalTimeOfDay.h"
 #include "Quanda/DateMasks/QuandaDateMasking.h"
 #include "Quanda/DateMasks/QuandaOccurrence.h"
@@ -104,6 +105,10 @@ class QuandaOccurrences {
  private:
   enum class Direction { forward, backward };
 
+  // The zone's wall clock at an instant, and a date's occurrence: the adapter's errors as they
+  // are, for the public operations to wrap once.
+  KeelResult<QuandaAbstractNaturalDateTime> wallClock(QuandaLogicTimeInterval instant,
+                                                      Adapter& calendarAdapter) const;
   KeelResult<QuandaOccurrence> place(QuandaAbstractDate date, Adapter& calendarAdapter) const;
   KeelResult<std::optional<QuandaOccurrence>> beside(QuandaAbstractDate date, Direction direction,
                                                      Adapter& calendarAdapter) const;

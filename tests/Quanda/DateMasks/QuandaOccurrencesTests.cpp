@@ -151,7 +151,6 @@ TEST(QuandaOccurrences, TheDeviceZoneTheCalendarsEndsAndErrors) {
   const auto march = QuandaAbstractDate::make(2024, 3, 1).value();
   EXPECT_EQ(device.next(20, march, newYork.adapter).value(),
             named.next(20, march, newYork.adapter).value());
-  EXPECT_EQ(device.resolvedTimezoneIdentifier(newYork.adapter), "America/New_York");
 
   EXPECT_EQ(named.nextAfter(QuandaAbstractDate::validRange.max(), newYork.adapter).value(),
             std::nullopt);
@@ -168,8 +167,8 @@ TEST(QuandaOccurrences, TheDeviceZoneTheCalendarsEndsAndErrors) {
   EXPECT_EQ(error.argument("logicTimeInterval"), QuandaLogicTimeInterval(1.7e9).description());
   EXPECT_NE(error.argument("occurrences")->find("europe/berlin"), std::string_view::npos);
   EXPECT_EQ(error.innermost().message(), "Failed to create timezone");
-  ASSERT_NE(error.error(), nullptr);
-  EXPECT_NE(error.error()->fileName(), "Quanda/DateMasks/QuandaOccurrences");
+  EXPECT_EQ(error.error()->functionName(),
+            "makeTimezoneDiscreteDateTimeComponents(logicTimeInterval:timezoneIdentifier:)");
   const auto listed = nowhere.previous(3, march, newYork.adapter);
   ASSERT_FALSE(listed);
   EXPECT_EQ(listed.error().functionName(), "previous(count:date:calendarAdapter:)");
