@@ -31,7 +31,7 @@ TEST_BUILD_BENCH ?= $(if $(ON_CI),ON,OFF)
 
 PACKAGES := cmake ninja-build g++ clang libclang-rt-14-dev libicu-dev nlohmann-json3-dev \
   libgtest-dev libgmock-dev libbenchmark-dev libhowardhinnant-date-dev libabsl-dev \
-  libcli11-dev libical-dev tzdata
+  libcli11-dev libical-dev pkg-config tzdata tmux
 FORMAT_PACKAGES := clang-format
 
 BUILD := build

@@ -57,6 +57,7 @@
 
 // Date masks
 #include "Quanda/DateMasks/QuandaCalendarExport.h"
+#include "Quanda/DateMasks/QuandaCountCycle.h"
 #include "Quanda/DateMasks/QuandaCyclePattern.h"
 #include "Quanda/DateMasks/QuandaDateMaskArchive.h"
 #include "Quanda/DateMasks/QuandaDateMaskSyntax.h"
@@ -70,10 +71,14 @@
 #include "Quanda/DateMasks/QuandaDaysOfWeeksDateMask.h"
 #include "Quanda/DateMasks/QuandaEveryDayDateMask.h"
 #include "Quanda/DateMasks/QuandaJunctionDateMask.h"
+#include "Quanda/DateMasks/QuandaMonthCycleDateMask.h"
 #include "Quanda/DateMasks/QuandaMonthPositionDateMask.h"
+#include "Quanda/DateMasks/QuandaMonthsOfYearDateMask.h"
+#include "Quanda/DateMasks/QuandaImportedRecurrence.h"
 #include "Quanda/DateMasks/QuandaNotDateMask.h"
 #include "Quanda/DateMasks/QuandaOccurrence.h"
 #include "Quanda/DateMasks/QuandaOccurrences.h"
+#include "Quanda/DateMasks/QuandaRecurrenceRule.h"
 #include "Quanda/DateMasks/QuandaOrdinalSet.h"
 #include "Quanda/DateMasks/QuandaReverseDaysOfMonthDateMask.h"
 #include "Quanda/DateMasks/QuandaReverseWeekdaysOfMonthDateMask.h"

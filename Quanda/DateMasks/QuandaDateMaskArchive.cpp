@@ -16,6 +16,8 @@
 #include "Quanda/DateMasks/QuandaDaysOfWeeksDateMask.h"
 #include "Quanda/DateMasks/QuandaEveryDayDateMask.h"
 #include "Quanda/DateMasks/QuandaJunctionDateMask.h"
+#include "Quanda/DateMasks/QuandaMonthCycleDateMask.h"
+#include "Quanda/DateMasks/QuandaMonthsOfYearDateMask.h"
 #include "Quanda/DateMasks/QuandaNotDateMask.h"
 #include "Quanda/DateMasks/QuandaReverseDaysOfMonthDateMask.h"
 #include "Quanda/DateMasks/QuandaReverseWeekdaysOfMonthDateMask.h"
@@ -47,6 +49,7 @@ constexpr std::array decoders{
     entry<QuandaDaysOfWeeksDateMask>(),     entry<QuandaDateRangeDateMask>(),
     entry<QuandaDateRangesDateMask>(),      entry<QuandaAllOfDateMask>(),
     entry<QuandaAnyOfDateMask>(),           entry<QuandaNotDateMask>(),
+    entry<QuandaMonthsOfYearDateMask>(),    entry<QuandaMonthCycleDateMask>(),
 };
 
 // How deep the decoder is inside nested combinations, on this thread.

@@ -9,7 +9,8 @@
 //
 // Kinds: everyDay, daysOfWeek, daysOfMonth, reverseDaysOfMonth, weeksOfMonth, reverseWeeksOfMonth,
 // weekdaysOfMonth, reverseWeekdaysOfMonth, dayCycle, weekCycle, daysOfWeeks, dateRange,
-// dateRanges, allOf, anyOf, not. Decoding fails with KeelDecodingError for an unknown kind
+// dateRanges, allOf, anyOf, not, monthsOfYear, monthCycle. Decoding fails with KeelDecodingError
+// for an unknown kind
 // ("Unknown date mask kind 'weekly'"), for masks nested more than maximumNesting deep, and with
 // each mask's own errors; JSON of the wrong kind or missing keys fail with nlohmann's exceptions.
 // Decoding never yields a mask that stops the process on a date its searches return: they stay

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <charconv>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <set>
@@ -10,6 +9,7 @@
 #include <vector>
 
 #include "Keel/KeelDecodingError.h"
+#include "Quanda/Abstract/QuandaTextParsing.h"
 #include "Quanda/DateMasks/QuandaDateMaskArchive.h"
 #include "Quanda/DateMasks/QuandaDateRangeDateMask.h"
 #include "Quanda/DateMasks/QuandaDateRangesDateMask.h"
@@ -19,6 +19,8 @@
 #include "Quanda/DateMasks/QuandaDaysOfWeeksDateMask.h"
 #include "Quanda/DateMasks/QuandaEveryDayDateMask.h"
 #include "Quanda/DateMasks/QuandaJunctionDateMask.h"
+#include "Quanda/DateMasks/QuandaMonthCycleDateMask.h"
+#include "Quanda/DateMasks/QuandaMonthsOfYearDateMask.h"
 #include "Quanda/DateMasks/QuandaNotDateMask.h"
 #include "Quanda/DateMasks/QuandaReverseDaysOfMonthDateMask.h"
 #include "Quanda/DateMasks/QuandaReverseWeekdaysOfMonthDateMask.h"
@@ -43,24 +45,19 @@ struct Rule {
 };
 using Result = KeelResult<Rule>;
 
-std::vector<std::string> split(std::string_view text, char separator) {
-  std::vector<std::string> parts;
-  std::size_t start = 0;
-  while (true) {
-    const std::size_t end = text.find(separator, start);
-    parts.emplace_back(text.substr(start, end - start));
-    if (end == std::string_view::npos) return parts;
-    start = end + 1;
-  }
-}
+using quanda_detail::splitKeepingEmpty;
 
-std::string joined(const Words& words, std::size_t from = 0) {
+std::string joined(const Words& words, std::size_t from = 0, std::size_t to = SIZE_MAX) {
   std::string text;
-  for (std::size_t index = from; index < words.size(); ++index) {
+  for (std::size_t index = from; index < words.size() && index < to; ++index) {
     if (!text.empty()) text += ' ';
     text += words[index];
   }
   return text;
+}
+
+std::optional<std::uint32_t> number(std::string_view text) {
+  return quanda_detail::parseUnsignedDecimal<std::uint32_t>(text);
 }
 
 std::optional<QuandaDayOfGregorianWeek> dayNamed(std::string word) {
@@ -75,7 +72,7 @@ std::optional<QuandaDayOfGregorianWeek> dayNamed(std::string word) {
 // "mon,wed", "weekdays", "weekends", "fridays".
 std::optional<QuandaDayOfGregorianWeekSet> daysNamed(std::string_view word) {
   using Day = QuandaDayOfGregorianWeek;
-  if (word == "weekdays") {
+  if (word == "weekdays" || word == "weekday") {
     return QuandaDayOfGregorianWeekSet{Day::monday, Day::tuesday, Day::wednesday, Day::thursday,
                                        Day::friday};
   }
@@ -83,7 +80,7 @@ std::optional<QuandaDayOfGregorianWeekSet> daysNamed(std::string_view word) {
     return QuandaDayOfGregorianWeekSet{Day::saturday, Day::sunday};
   }
   std::set<QuandaDayOfGregorianWeek> days;
-  for (const std::string& part : split(word, ',')) {
+  for (const std::string& part : splitKeepingEmpty(word, ',')) {
     const auto day = dayNamed(part);
     if (!day) return std::nullopt;
     days.insert(*day);
@@ -91,41 +88,24 @@ std::optional<QuandaDayOfGregorianWeekSet> daysNamed(std::string_view word) {
   return QuandaDayOfGregorianWeekSet(days);
 }
 
-std::optional<std::uint32_t> number(std::string_view text) {
-  std::uint32_t value = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (error != std::errc() || end != text.data() + text.size() || text.empty()) return std::nullopt;
-  return value;
+// "mar", "march", "jan,jul": month numbers 1...12.
+std::optional<QuandaOrdinalSet> monthsNamed(std::string_view word) {
+  constexpr std::string_view names[] = {"january",   "february", "march",    "april",
+                                        "may",       "june",     "july",     "august",
+                                        "september", "october",  "november", "december"};
+  std::set<std::uint8_t> months;
+  for (const std::string& part : splitKeepingEmpty(word, ',')) {
+    const auto named = std::find_if(std::begin(names), std::end(names), [&](std::string_view name) {
+      return part == name || part == name.substr(0, 3) || (name == "september" && part == "sept");
+    });
+    if (named == std::end(names)) return std::nullopt;
+    months.insert(static_cast<std::uint8_t>(named - std::begin(names) + 1));
+  }
+  return QuandaOrdinalSet(months);
 }
 
-std::optional<QuandaOrdinalSet> numbers(std::string_view word) {
-  std::set<std::uint8_t> values;
-  for (const std::string& part : split(word, ',')) {
-    const auto value = number(part);
-    if (!value || *value > 255) return std::nullopt;
-    values.insert(static_cast<std::uint8_t>(*value));
-  }
-  return QuandaOrdinalSet(values);
-}
-
-// "1st,3rd", "second", "5th".
-std::optional<QuandaOrdinalSet> ordinals(std::string_view word) {
-  constexpr std::string_view names[] = {"first", "second", "third", "fourth", "fifth"};
-  std::set<std::uint8_t> values;
-  for (const std::string& part : split(word, ',')) {
-    const auto named = std::find(std::begin(names), std::end(names), part);
-    if (named != std::end(names)) {
-      values.insert(static_cast<std::uint8_t>(named - std::begin(names) + 1));
-      continue;
-    }
-    if (part.size() < 3) return std::nullopt;
-    const std::string suffix = part.substr(part.size() - 2);
-    if (suffix != "st" && suffix != "nd" && suffix != "rd" && suffix != "th") return std::nullopt;
-    const auto value = number(std::string_view(part).substr(0, part.size() - 2));
-    if (!value || *value > 255) return std::nullopt;
-    values.insert(static_cast<std::uint8_t>(*value));
-  }
-  return QuandaOrdinalSet(values);
+bool startsWithDigit(std::string_view word) {
+  return !word.empty() && std::isdigit(static_cast<unsigned char>(word[0]));
 }
 
 class Parser {
@@ -156,16 +136,19 @@ class Parser {
         tight += text[index];
       }
     }
-    for (std::string& word : split(tight, ' ')) {
+    for (std::string& word : splitKeepingEmpty(tight, ' ')) {
       if (!word.empty()) tokens_.push_back(std::move(word));
     }
   }
 
   KeelResult<Mask> parse() {
-    if (tokens_.empty()) return unreadable("");
+    if (tokens_.empty()) return unreadable("", "there is no rule");
     Result rule = parseExcept();
     if (!rule) return rule.error();
-    if (position_ != tokens_.size()) return unreadable(joined(tokens_, position_));
+    if (position_ != tokens_.size()) {
+      return unreadable(joined(tokens_, position_),
+                        "\"and\", \"or\", \"except\" or the end expected");
+    }
     return rule.value().mask;
   }
 
@@ -182,8 +165,11 @@ class Parser {
     return false;
   }
 
-  KeelError unreadable(const std::string& part) const {
-    return KeelError::fault("Unreadable date mask", {{"syntax", syntax_}, {"part", part}}, path,
+  // The part that could not be read, and why.
+  KeelError unreadable(const std::string& part,
+                       const std::string& reason = "not a rule this syntax knows") const {
+    return KeelError::fault("Unreadable date mask",
+                            {{"syntax", syntax_}, {"part", part}, {"reason", reason}}, path,
                             signature);
   }
   KeelError tooDeep() const {
@@ -243,20 +229,31 @@ class Parser {
       --openLevels_;
       if (!inner) return inner;
       if (negated) return combined<QuandaNotDateMask>(inner.value().mask, inner.value().nesting);
-      if (!accept(")")) return unreadable(joined(tokens_, position_));
+      if (!accept(")")) return unreadable(joined(tokens_, position_), "\")\" expected");
       return inner;
     }
     Words words;
     while (position_ < tokens_.size() && !isKeyword(tokens_[position_])) {
       words.push_back(tokens_[position_++]);
     }
-    if (words.empty()) return unreadable(joined(tokens_, position_));
-    KeelResult<Mask> atom = parseAtom(words);
-    if (!atom) return atom.error();
-    return Rule{atom.value()};
+    if (words.empty()) return unreadable(joined(tokens_, position_), "a rule expected");
+    return parseAtom(words);
   }
 
-  KeelResult<QuandaAbstractDate> date(const std::string& text) const {
+  template <class Kind, class... Arguments>
+  static Result single(Arguments&&... arguments) {
+    return Rule{std::make_shared<Kind>(std::forward<Arguments>(arguments)...)};
+  }
+  Result allOf(const Result& lhs, const Result& rhs) const {
+    if (!lhs) return lhs;
+    if (!rhs) return rhs;
+    return combined<QuandaAllOfDateMask>(std::vector<Mask>{lhs.value().mask, rhs.value().mask},
+                                         std::max(lhs.value().nesting, rhs.value().nesting));
+  }
+
+  // A date, or a month ("2024-03" for its 1st).
+  KeelResult<QuandaAbstractDate> date(std::string text) const {
+    if (text.size() == 7 && text[4] == '-') text += "-01";
     auto parsed = QuandaAbstractDate::makeFromIso8601String(text);
     if (!parsed) {
       return KeelError::wrap(parsed.error(), {{"syntax", syntax_}}, path, signature);
@@ -264,33 +261,49 @@ class Parser {
     return parsed;
   }
 
-  // "... from <date>" at the end of words, starting at index `from`.
-  std::optional<std::string> anchorText(const Words& words, std::size_t from) const {
-    if (words.size() != from + 2 || words[from] != "from") return std::nullopt;
-    return words[from + 1];
+  // "1,15": numbers 0...255 (a day or week a month does not reach is kept and never matches).
+  KeelResult<QuandaOrdinalSet> numbers(std::string_view word) const {
+    std::set<std::uint8_t> values;
+    for (const std::string& part : splitKeepingEmpty(word, ',')) {
+      const auto value = number(part);
+      if (!value) return unreadable(part, "not a number");
+      if (*value > 255) return unreadable(part, "no such day or week of a month");
+      values.insert(static_cast<std::uint8_t>(*value));
+    }
+    return QuandaOrdinalSet(values);
   }
 
-  static std::optional<std::vector<bool>> bits(std::string_view word) {
+  // "1st,3rd", "second", "5th".
+  KeelResult<QuandaOrdinalSet> ordinals(std::string_view word) const {
+    constexpr std::string_view names[] = {"first", "second", "third", "fourth", "fifth"};
+    std::set<std::uint8_t> values;
+    for (const std::string& part : splitKeepingEmpty(word, ',')) {
+      const auto named = std::find(std::begin(names), std::end(names), part);
+      if (named != std::end(names)) {
+        values.insert(static_cast<std::uint8_t>(named - std::begin(names) + 1));
+        continue;
+      }
+      const std::string_view suffix =
+          part.size() < 3 ? std::string_view() : std::string_view(part).substr(part.size() - 2);
+      const auto value = number(std::string_view(part).substr(0, part.size() - suffix.size()));
+      if (suffix != "st" && suffix != "nd" && suffix != "rd" && suffix != "th") {
+        return unreadable(part, "not an ordinal (1st, 2nd, ..., first, second, ...)");
+      }
+      if (!value || *value > 255) return unreadable(part, "no such ordinal");
+      values.insert(static_cast<std::uint8_t>(*value));
+    }
+    return QuandaOrdinalSet(values);
+  }
+
+  KeelResult<std::vector<bool>> bits(std::string_view word) const {
     std::vector<bool> pattern;
     for (char character : word) {
-      if (character != '0' && character != '1') return std::nullopt;
+      if (character != '0' && character != '1') {
+        return unreadable(std::string(word), "a pattern is made of 0s and 1s");
+      }
       pattern.push_back(character == '1');
     }
-    if (pattern.empty()) return std::nullopt;
     return pattern;
-  }
-
-  // "every 3 days", "every other week": the cycle length and whether it counts weeks, from
-  // words[at] on ("every" itself at words[at]).
-  static std::optional<std::pair<std::uint32_t, bool>> every(const Words& words, std::size_t at) {
-    if (words.size() < at + 3 || words[at] != "every") return std::nullopt;
-    const std::string& unit = words[at + 2];
-    const bool weeks = unit == "week" || unit == "weeks";
-    if (!weeks && unit != "day" && unit != "days") return std::nullopt;
-    const auto length =
-        words[at + 1] == "other" ? std::optional<std::uint32_t>(2) : number(words[at + 1]);
-    if (!length || *length == 0 || *length > 100000) return std::nullopt;
-    return std::pair(*length, weeks);
   }
 
   static std::vector<bool> onThenOff(std::uint32_t length) {
@@ -299,98 +312,184 @@ class Parser {
     return pattern;
   }
 
-  KeelResult<Mask> parseAtom(const Words& words) {
+  // "... of mar", "... of jan,jul": the rule within those months. Otherwise "<cycle> on ...", or
+  // a rule alone.
+  Result parseAtom(const Words& words) {
+    const std::size_t count = words.size();
+    if (count >= 3 && words[count - 2] == "of") {
+      if (const auto months = monthsNamed(words[count - 1])) {
+        return allOf(parseAtom(Words(words.begin(), words.end() - 2)),
+                     single<QuandaMonthsOfYearDateMask>(*months));
+      }
+    }
+    if ((words[0] == "every" && joined(words) != "every day") ||
+        (count > 1 && words[1] == "every")) {
+      return parseCycle(words);
+    }
+    return parseSimple(words);
+  }
+
+  Result parseSimple(const Words& words) {
     const std::string whole = joined(words);
     const std::size_t count = words.size();
     if (whole == "every day" || whole == "daily" || whole == "everyday") {
-      return Mask(std::make_shared<QuandaEveryDayDateMask>());
+      return single<QuandaEveryDayDateMask>();
     }
     if (count == 1) {
-      if (const auto days = daysNamed(words[0])) {
-        return Mask(std::make_shared<QuandaDaysOfWeekDateMask>(*days));
+      if (const auto days = daysNamed(words[0])) return single<QuandaDaysOfWeekDateMask>(*days);
+      if (const auto months = monthsNamed(words[0])) {
+        return single<QuandaMonthsOfYearDateMask>(*months);
       }
     }
-    if (whole == "last day") {
-      return Mask(std::make_shared<QuandaReverseDaysOfMonthDateMask>(QuandaOrdinalSet{1}));
+    // mar 14 | jan,jul 1,15
+    if (count == 2 && startsWithDigit(words[1])) {
+      if (const auto months = monthsNamed(words[0])) {
+        const auto days = numbers(words[1]);
+        if (!days) return days.error();
+        return allOf(single<QuandaMonthsOfYearDateMask>(*months),
+                     single<QuandaDaysOfMonthDateMask>(days.value()));
+      }
     }
-    if (whole == "last week") {
-      return Mask(std::make_shared<QuandaReverseWeeksOfMonthDateMask>(QuandaOrdinalSet{1}));
-    }
+    if (whole == "last day") return single<QuandaReverseDaysOfMonthDateMask>(QuandaOrdinalSet{1});
+    if (whole == "last week") return single<QuandaReverseWeeksOfMonthDateMask>(QuandaOrdinalSet{1});
     // day 15 | days 1,15 | days 1,2 from end | week 2 | weeks 1,3 from end
     if ((count == 2 || (count == 4 && words[2] == "from" && words[3] == "end")) &&
         (words[0] == "day" || words[0] == "days" || words[0] == "week" || words[0] == "weeks")) {
-      if (const auto values = numbers(words[1])) {
-        const bool fromEnd = count == 4;
-        if (words[0][0] == 'd') {
-          if (fromEnd) return Mask(std::make_shared<QuandaReverseDaysOfMonthDateMask>(*values));
-          return Mask(std::make_shared<QuandaDaysOfMonthDateMask>(*values));
-        }
-        if (fromEnd) return Mask(std::make_shared<QuandaReverseWeeksOfMonthDateMask>(*values));
-        return Mask(std::make_shared<QuandaWeeksOfMonthDateMask>(*values));
+      const auto values = numbers(words[1]);
+      if (!values) return values.error();
+      const bool fromEnd = count == 4;
+      if (words[0][0] == 'd') {
+        if (fromEnd) return single<QuandaReverseDaysOfMonthDateMask>(values.value());
+        return single<QuandaDaysOfMonthDateMask>(values.value());
       }
+      if (fromEnd) return single<QuandaReverseWeeksOfMonthDateMask>(values.value());
+      return single<QuandaWeeksOfMonthDateMask>(values.value());
     }
     // last fri | 2nd last sun | 2nd tue | 1st,3rd mon,wed
     if (count == 2 && words[0] == "last") {
       if (const auto days = daysNamed(words[1])) {
-        return Mask(
-            std::make_shared<QuandaReverseWeekdaysOfMonthDateMask>(*days, QuandaOrdinalSet{1}));
+        return single<QuandaReverseWeekdaysOfMonthDateMask>(*days, QuandaOrdinalSet{1});
       }
     }
     if (count == 2 || (count == 3 && words[1] == "last")) {
-      const auto weeks = ordinals(words[0]);
-      const auto days = daysNamed(words[count - 1]);
-      if (weeks && days) {
+      if (const auto days = daysNamed(words[count - 1])) {
+        const auto weeks = ordinals(words[0]);
+        if (!weeks) return weeks.error();
         if (count == 3) {
-          return Mask(std::make_shared<QuandaReverseWeekdaysOfMonthDateMask>(*days, *weeks));
+          return single<QuandaReverseWeekdaysOfMonthDateMask>(*days, weeks.value());
         }
-        return Mask(std::make_shared<QuandaWeekdaysOfMonthDateMask>(*days, *weeks));
+        return single<QuandaWeekdaysOfMonthDateMask>(*days, weeks.value());
       }
     }
-    // every 3 days from D | every 2 weeks from D | mon,thu every 3 weeks from D
-    for (std::size_t at : {std::size_t{0}, std::size_t{1}}) {
-      const auto cycle = every(words, at);
-      const auto anchor = anchorText(words, at + 3);
-      if (!cycle || !anchor) continue;
-      const auto days = at == 1 ? daysNamed(words[0]) : std::nullopt;
-      if (at == 1 && (!days || !cycle->second)) continue;
-      const auto start = date(*anchor);
-      if (!start) return start.error();
-      const std::vector<bool> pattern = onThenOff(cycle->first);
-      if (days) {
-        return Mask(std::make_shared<QuandaDaysOfWeeksDateMask>(start.value(), *days, pattern));
-      }
-      if (cycle->second)
-        return Mask(std::make_shared<QuandaWeekCycleDateMask>(start.value(), pattern));
-      return Mask(
-          std::make_shared<QuandaDayCycleDateMask>(start.value().daysSinceDatum(), pattern));
-    }
-    // pattern 1101 from D | week pattern 10 from D
-    for (std::size_t at : {std::size_t{0}, std::size_t{1}}) {
-      if (words.size() <= at + 1 || words[at] != "pattern" || (at == 1 && words[0] != "week")) {
-        continue;
+    // pattern 1101 from D | week pattern 10 from D | month pattern 100 from D
+    const std::size_t at = words[0] == "week" || words[0] == "month" ? 1 : 0;
+    if (count > at && words[at] == "pattern") {
+      if (count != at + 4 || words[at + 2] != "from") {
+        return unreadable(whole, "a pattern reads \"pattern 1101 from <date>\"");
       }
       const auto pattern = bits(words[at + 1]);
-      const auto anchor = anchorText(words, at + 2);
-      if (!pattern || !anchor) continue;
-      const auto start = date(*anchor);
-      if (!start) return start.error();
-      if (at == 1) return Mask(std::make_shared<QuandaWeekCycleDateMask>(start.value(), *pattern));
-      return Mask(
-          std::make_shared<QuandaDayCycleDateMask>(start.value().daysSinceDatum(), *pattern));
+      if (!pattern) return pattern.error();
+      if (pattern.value().empty()) return unreadable(whole, "a pattern needs at least one entry");
+      return cycleFrom(at == 0 ? "day" : words[0], pattern.value(), words[at + 3]);
     }
-    return parseDates(words);
+    if (startsWithDigit(words[0]) || words[0] == "dates" || words[0] == "holidays") {
+      return parseDates(words);
+    }
+    return unreadable(whole);
+  }
+
+  // The cycle of a unit ("day", "week", "month") with this pattern from the date `anchor`, of
+  // weeks on some days of the week when `days` are given.
+  Result cycleFrom(std::string_view unit, const std::vector<bool>& pattern,
+                   const std::string& anchor,
+                   std::optional<QuandaDayOfGregorianWeekSet> days = std::nullopt) const {
+    const auto start = date(anchor);
+    if (!start) return start.error();
+    if (days) return single<QuandaDaysOfWeeksDateMask>(start.value(), *days, pattern);
+    if (unit == "week") return single<QuandaWeekCycleDateMask>(start.value(), pattern);
+    if (unit == "month") return single<QuandaMonthCycleDateMask>(start.value(), pattern);
+    return single<QuandaDayCycleDateMask>(start.value().daysSinceDatum(), pattern);
+  }
+
+  // [mon,thu] every (3 | other) (days | weeks | months | years | mondays) from D [on <rule>]:
+  // the length may be left out ("every year from 2024-03 on 14"); "on" narrows a cycle of months
+  // or years to a rule within the month ("on 15", "on 1,15", "on last fri").
+  Result parseCycle(const Words& words) {
+    constexpr std::uint32_t longest = 100000;
+    const std::size_t count = words.size();
+    std::optional<QuandaDayOfGregorianWeekSet> days;
+    std::size_t at = 0;
+    if (words[0] != "every") {
+      days = daysNamed(words[0]);
+      if (!days) return unreadable(words[0], "days of the week expected before \"every\"");
+      at = 1;
+    }
+    if (count < at + 2)
+      return unreadable(joined(words), "a cycle reads \"every 3 days from <date>\"");
+    std::size_t unitAt = at + 1;
+    std::uint32_t length = 1;
+    if (words[at + 1] == "other" || startsWithDigit(words[at + 1])) {
+      unitAt = at + 2;
+      const auto parsed =
+          words[at + 1] == "other" ? std::optional<std::uint32_t>(2) : number(words[at + 1]);
+      if (!parsed) return unreadable(words[at + 1], "not a number");
+      length = *parsed;
+    }
+    if (unitAt >= count)
+      return unreadable(joined(words), "a cycle needs a unit (days, weeks, months, years)");
+    std::string unit = words[unitAt];
+    const auto weekdays = daysNamed(unit);  // "every other monday"
+    if (weekdays && !days) {
+      days = weekdays;
+      unit = "week";
+    }
+    if (unit.size() > 1 && unit.back() == 's') unit.pop_back();
+    if (unit != "day" && unit != "week" && unit != "month" && unit != "year") {
+      return unreadable(words[unitAt], "not a unit of a cycle (days, weeks, months, years)");
+    }
+    if (days && unit != "week") {
+      return unreadable(joined(words, 0, unitAt + 1), "days of the week repeat in weeks");
+    }
+    const std::string phrase = joined(words, at, unitAt + 1);
+    if (length == 0) return unreadable(phrase, "a cycle needs at least one " + unit);
+    if (length > longest || (unit == "year" && length > longest / 12)) {
+      return unreadable(phrase, "a cycle is at most 100000 of its units long");
+    }
+    if (unit == "year") {
+      unit = "month";
+      length *= 12;
+    }
+    // "every monday": no cycle, the days themselves.
+    if (days && length == 1 && unitAt + 1 == count) return single<QuandaDaysOfWeekDateMask>(*days);
+    if (unitAt + 2 >= count || words[unitAt + 1] != "from") {
+      return unreadable(joined(words), "a cycle needs a start: \"from\" and a date");
+    }
+    const std::string& anchor = words[unitAt + 2];
+    const std::vector<bool> pattern = onThenOff(length);
+    Result cycle = cycleFrom(unit, pattern, anchor, days);
+    const std::size_t rest = unitAt + 3;
+    if (rest == count || !cycle) return cycle;
+    if (words[rest] != "on" || rest + 1 == count || unit != "month") {
+      return unreadable(joined(words, rest),
+                        "the end of the cycle, or \"on\" and a rule within the month, expected");
+    }
+    const Words within(words.begin() + static_cast<std::ptrdiff_t>(rest + 1), words.end());
+    if (within.size() == 1 && startsWithDigit(within[0])) {
+      const auto dayNumbers = numbers(within[0]);
+      if (!dayNumbers) return dayNumbers.error();
+      return allOf(cycle, single<QuandaDaysOfMonthDateMask>(dayNumbers.value()));
+    }
+    return allOf(cycle, parseSimple(within));
   }
 
   // [dates | holidays] 2024-07-01..2024-07-14, 2024-12-25
-  KeelResult<Mask> parseDates(const Words& words) {
+  Result parseDates(const Words& words) {
     const std::size_t from = words[0] == "dates" || words[0] == "holidays" ? 1 : 0;
-    if (from >= words.size()) return unreadable(joined(words));
+    if (from >= words.size()) return unreadable(joined(words), "dates expected");
     std::vector<QuandaDateRangesDateMask::Range> ranges;
     for (std::size_t index = from; index < words.size(); ++index) {
-      for (const std::string& item : split(words[index], ',')) {
-        if (item.empty() || !std::isdigit(static_cast<unsigned char>(item[0]))) {
-          return unreadable(joined(words));
-        }
+      for (const std::string& item : splitKeepingEmpty(words[index], ',')) {
+        if (!startsWithDigit(item)) return unreadable(item, "a date expected");
         const std::size_t dots = item.find("..");
         const auto low = date(item.substr(0, dots));
         if (!low) return low.error();
@@ -399,15 +498,15 @@ class Parser {
           high = date(item.substr(dots + 2));
           if (!high) return high.error();
         }
-        if (high.value() < low.value()) return unreadable(item);
+        if (high.value() < low.value()) return unreadable(item, "the range is reversed");
         ranges.emplace_back(low.value(), high.value());
       }
     }
     if (ranges.size() == 1) {
-      return Mask(std::make_shared<QuandaDateRangeDateMask>(
-          KeelDomain(ranges[0].lowerBound(), ranges[0].upperBound())));
+      return single<QuandaDateRangeDateMask>(
+          KeelDomain(ranges[0].lowerBound(), ranges[0].upperBound()));
     }
-    return Mask(std::make_shared<QuandaDateRangesDateMask>(std::move(ranges)));
+    return single<QuandaDateRangesDateMask>(std::move(ranges));
   }
 
   std::string syntax_;

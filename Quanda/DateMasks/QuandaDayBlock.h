@@ -128,6 +128,18 @@ class DayBlock {
     return days;
   }
 
+  // The days of the months whose bits are set in `monthBits`, bit j standing for the j-th month
+  // from the one holding the first day (the block touches 4 at most).
+  constexpr std::uint64_t daysOfMonths(std::uint64_t monthBits) const noexcept {
+    std::uint64_t days = 0;
+    for (std::uint32_t slot = 0; slot < monthCount_; ++slot) {
+      if (((monthBits >> slot) & 1U) == 0) continue;
+      const std::uint32_t end = slot + 1 < monthCount_ ? offsets_[slot + 1] - 1U : 63U;
+      days |= daysInInterval(0, offsets_[slot], end);
+    }
+    return days;
+  }
+
   // The days a month-local rule selects.
   constexpr std::uint64_t monthDays(const MonthDaySets& sets) const noexcept {
     std::uint64_t days = std::uint64_t{sets.days(kinds_[0])} >> dayOfMonth_;

@@ -25,7 +25,7 @@
 #include <vector>
 
 #include "Keel/KeelHash.h"
-#include "Quanda/DateMasks/QuandaCyclePattern.h"
+#include "Quanda/DateMasks/QuandaCountCycle.h"
 #include "Quanda/DateMasks/QuandaDateMaskBase.h"
 
 class QuandaDayCycleDateMask final : public QuandaDateMaskBase<QuandaDayCycleDateMask> {
@@ -35,41 +35,45 @@ class QuandaDayCycleDateMask final : public QuandaDateMaskBase<QuandaDayCycleDat
   // An empty `days`, or more entries than 32 bits count, is a programming error.
   QuandaDayCycleDateMask(std::uint32_t anchorDaysSinceDatum, const std::vector<bool>& days);
 
-  std::uint32_t anchorDaysSinceDatum() const noexcept { return anchorDaysSinceDatum_; }
-  std::uint32_t dayCycleLength() const noexcept { return days_.length(); }
-  std::vector<bool> days() const { return days_.toVector(); }
-  const QuandaCyclePattern& dayPattern() const noexcept { return days_; }
+  std::uint32_t anchorDaysSinceDatum() const noexcept { return days_.anchor(); }
+  std::uint32_t dayCycleLength() const noexcept { return days_.pattern().length(); }
+  std::vector<bool> days() const { return days_.pattern().toVector(); }
+  const QuandaCyclePattern& dayPattern() const noexcept { return days_.pattern(); }
 
   // The date's entry in the pattern: 0 below the anchor's residue, else (t - residue) mod n.
   std::uint32_t indexOf(std::uint32_t daysSinceDatum) const noexcept {
-    return daysSinceDatum < residue_ ? 0 : days_.remainder(daysSinceDatum - residue_);
+    return days_.indexOf(daysSinceDatum);
   }
 
   bool matches(QuandaAbstractDate date, QuandaDayOfGregorianWeek) const override {
-    return days_[indexOf(date.daysSinceDatum())];
+    return days_.entryOf(date.daysSinceDatum());
   }
 
-  std::uint64_t answerWord(const quanda_detail::DayBlock& block, std::uint64_t) const override;
+  std::uint64_t answerWord(const quanda_detail::DayBlock& block, std::uint64_t) const override {
+    return days_.entriesFrom(block.start());
+  }
   std::uint32_t answerWordCost() const override { return 2; }
   // Entry 0 below the residue, then the pattern's period.
   quanda_detail::AnswerRun answerRun(std::uint32_t day, QuandaDayOfGregorianWeek) const override;
 
  protected:
   std::optional<std::uint32_t> findEarliest(bool matching, std::uint32_t first, std::uint32_t last,
-                                            QuandaDayOfGregorianWeek) const override;
+                                            QuandaDayOfGregorianWeek) const override {
+    return days_.earliest(matching, first, last);
+  }
   std::optional<std::uint32_t> findLatest(bool matching, std::uint32_t first, std::uint32_t last,
-                                          QuandaDayOfGregorianWeek) const override;
+                                          QuandaDayOfGregorianWeek) const override {
+    return days_.latest(matching, first, last);
+  }
 
  public:
   friend bool operator==(const QuandaDayCycleDateMask& lhs,
                          const QuandaDayCycleDateMask& rhs) noexcept {
-    return lhs.anchorDaysSinceDatum_ == rhs.anchorDaysSinceDatum_ && lhs.days_ == rhs.days_;
+    return lhs.days_ == rhs.days_;
   }
 
  private:
-  std::uint32_t anchorDaysSinceDatum_;
-  QuandaCyclePattern days_;
-  std::uint32_t residue_;  // anchorDaysSinceDatum_ mod the length
+  QuandaCountCycle days_;
 };
 
 template <>

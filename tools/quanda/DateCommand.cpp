@@ -1,6 +1,7 @@
 // quanda date: reads a date in any form the library's factories read and shows what the library
 // knows of it: its day count, weekday, position in its month and preferred week, its text and
-// numeric forms, its neighbours, and the calendar grid of its month.
+// numeric forms, its neighbours, and the calendar grid of its month. "today", "tomorrow" and
+// "yesterday" are read from the clock in the device's zone (or --zone).
 #include <memory>
 #include <optional>
 #include <ostream>
@@ -12,6 +13,7 @@
 #include "tools/quanda/QuandaCalendarGrid.h"
 #include "tools/quanda/QuandaCommand.h"
 #include "tools/quanda/QuandaCommandSupport.h"
+#include "tools/quanda/QuandaDevice.h"
 #include "tools/quanda/QuandaOptions.h"
 
 namespace {
@@ -20,12 +22,31 @@ constexpr std::string_view path = "tools/quanda/DateCommand";
 
 struct Arguments {
   std::string text;
-  QuandaDayOfGregorianWeek firstDay = QuandaDayOfGregorianWeek::monday;
+  std::string locale;
+  std::string zone;
+  std::optional<QuandaDayOfGregorianWeek> firstDay;
 };
 
-// Text with a "-" is the ISO form with separators, eight characters the form without them, and
-// other text the packed number (50709 is 0005-07-09), which must then be a number.
-KeelResult<QuandaAbstractDate> readDate(const std::string& text) {
+// A day's name relative to today, and its distance from today.
+constexpr std::pair<std::string_view, std::int32_t> relativeDays[] = {
+    {"today", 0}, {"tomorrow", 1}, {"yesterday", -1}};
+
+// A relative day from the clock in the adapter's zone; text with a "-" is the ISO form with
+// separators, eight characters the form without them, and other text the packed number (50709 is
+// 0005-07-09), which must then be a number.
+KeelResult<QuandaAbstractDate> readDate(const std::string& text,
+                                        QuandaFoundationCalendarAdapter& adapter) {
+  for (const auto& [name, offset] : relativeDays) {
+    if (text != name) continue;
+    const auto now = quandaNow(adapter);
+    if (!now) return now.error();
+    const std::optional<QuandaAbstractDate> date = now.value().date().tryAddingDays(offset);
+    if (!date) {
+      return KeelError::fault("Date outside 0001-01-01 ... 9999-12-31",
+                              {{"today", now.value().date()}}, path, "date");
+    }
+    return *date;
+  }
   if (text.find('-') != std::string::npos) return QuandaAbstractDate::makeFromIso8601String(text);
   if (text.size() == 8) return QuandaAbstractDate::makeFromIso8601StringWithoutSeparators(text);
   return QuandaAbstractDate::makeFromIso8601Numeric(quandaNumber<std::uint64_t>(text, "date"));
@@ -52,20 +73,23 @@ std::string ordinalText(unsigned number) {
   return std::to_string(number) + suffix;
 }
 
-// The day `offset` days away, or a note where that leaves the valid range (stepping past it is
-// a programming error for the library, so the command checks first).
+// The day `offset` days away, or a note where that leaves the calendar.
 std::string dayAwayText(QuandaAbstractDate date, std::int32_t offset) {
-  const std::int64_t target = std::int64_t{date.daysSinceDatum()} + offset;
-  if (target < 0) return "(before 0001-01-01)";
-  if (target > QuandaAbstractDate::validDaysSinceDatumRange.max()) return "(after 9999-12-31)";
-  return date.addingDays(offset).description();
+  const std::optional<QuandaAbstractDate> away = date.tryAddingDays(offset);
+  if (away) return away->description();
+  return offset < 0 ? "(before 0001-01-01)" : "(after 9999-12-31)";
 }
 
 QuandaOutcome run(const Arguments& arguments, std::ostream& out) {
-  const auto read = readDate(arguments.text);
-  if (!read) return KeelError::wrap(read.error(), {{"date", arguments.text}}, path, "date");
+  const std::string locale = quandaLocale(arguments.locale);
+  const auto adapter = makeQuandaAdapter(locale, arguments.zone, arguments.firstDay);
+  const KeelArguments input{{"date", arguments.text}};
+  const auto read = readDate(arguments.text, *adapter);
+  if (!read) return KeelError::wrap(read.error(), input, path, "date");
   const QuandaAbstractDate date = read.value();
-  const QuandaDayOfGregorianWeek firstDay = arguments.firstDay;
+  const auto preferred = adapter->preferredFirstDayOfWeek();
+  if (!preferred) return KeelError::wrap(preferred.error(), input, path, "date");
+  const QuandaDayOfGregorianWeek firstDay = preferred.value();
 
   const auto weekAndDay = date.weekNumberAndDay(firstDay);
   const auto position = static_cast<std::int32_t>(weekAndDay.zeroBasedDayOfWeek);
@@ -73,13 +97,14 @@ QuandaOutcome run(const Arguments& arguments, std::ostream& out) {
                                     dayAwayText(date, -position) + " ... " +
                                     dayAwayText(date, 6 - position) + ", week " +
                                     std::to_string(weekAndDay.week) + " since 0001-01-01";
-  const QuandaAbstractDate nextMonth = date.addingMonths(1);
+  const std::optional<QuandaAbstractDate> nextMonth = date.tryAddingMonths(1);
   const auto rows = QuandaAbstractDate::calendarWeeksIn(date.year(), date.month(), firstDay);
-  std::bitset<32> marked;
-  marked.set(date.day());
-  std::string grid =
-      QuandaMonthGrid{.month = date, .firstDay = firstDay, .marked = marked, .titled = false}
-          .render();
+  const auto made = makeQuandaMonthGrid(*adapter, locale, date, firstDay);
+  if (!made) return KeelError::wrap(made.error(), input, path, "date");
+  QuandaMonthGrid monthGrid = made.value();
+  monthGrid.title.clear();
+  monthGrid.marked.emplace().set(date.day());
+  std::string grid = renderQuandaMonthGrids({monthGrid}, 1);
   grid.pop_back();
 
   printQuandaTable(
@@ -91,17 +116,13 @@ QuandaOutcome run(const Arguments& arguments, std::ostream& out) {
           {"week of month", ordinalText(date.weekOfMonthOneBased()) + " from the start, " +
                                 ordinalText(date.weekFromEndOfMonthOneBased()) + " from the end"},
           {"days to month end", std::to_string(date.daysFromEndOfMonthZeroBased()) + " (" +
-                                    std::to_string(date.daysInMonth()) + " days in " +
-                                    std::string(quandaMonthName(date.month())) + ' ' +
-                                    std::to_string(date.year()) + ")"},
+                                    std::to_string(date.daysInMonth()) + " days in the month)"},
           {std::string(caseName(firstDay)) + " week", preferredWeek},
           {"ISO 8601 text", date.serializeToIso8601String()},
           {"ISO 8601 numeric", date.serializeToIso8601Numeric()},
           {"next day", dayAwayText(date, 1)},
           {"previous day", dayAwayText(date, -1)},
-          {"plus a month", nextMonth.year() > QuandaAbstractDate::validYearRange.max()
-                               ? nextMonth.description() + " (past 9999, kept as computed)"
-                               : nextMonth.description()},
+          {"plus a month", nextMonth ? nextMonth->description() : "(after 9999-12-31)"},
           {"calendar weeks", std::to_string(rows.value()) + " rows of " +
                                  std::string(caseName(firstDay)) + " weeks\n" + grid},
       },
@@ -111,21 +132,28 @@ QuandaOutcome run(const Arguments& arguments, std::ostream& out) {
 
 QuandaRun declare(CLI::App& command) {
   auto arguments = std::make_shared<Arguments>();
-  command.add_option("date", arguments->text, "yyyy-mm-dd, yyyymmdd or the packed number")
+  command
+      .add_option("date", arguments->text,
+                  "yyyy-mm-dd, yyyymmdd, the packed number, today, tomorrow or yesterday")
       ->type_name("")
       ->required();
   addQuandaFirstDayOption(command, arguments->firstDay);
+  addQuandaLocaleOption(command, arguments->locale);
+  addQuandaZoneOption(command, arguments->zone);
   return [arguments](std::ostream& out) { return run(*arguments, out); };
 }
 
 const bool registered = registerQuandaCommand({
     .name = "date",
     .summary = "Shows what the library knows of a date, with its month's calendar.",
-    .detail = "A date with a \"-\" is read as yyyy-mm-dd, eight characters as yyyymmdd, and other\n"
-              "digits as the packed number yyyymmdd without leading zeros (50709 is 0005-07-09).\n"
-              "--first-day chooses the preferred week the date is placed in.\n",
+    .detail =
+        "A date with a \"-\" is read as yyyy-mm-dd, eight characters as yyyymmdd, and other\n"
+        "digits as the packed number yyyymmdd without leading zeros (50709 is 0005-07-09).\n"
+        "today, tomorrow and yesterday are read from the clock in --zone (TZ or the system's\n"
+        "zone). The week starts on --first-day, else on the locale's (--locale, LANG).\n",
     .declare = declare,
-    .demonstrations = {{.args = {"2024-02-29"}},
+    .demonstrations = {{.args = {"today"}},
+                       {.args = {"2024-02-29"}},
                        {.args = {"20240229", "--first-day", "sunday"}},
                        {.args = {"2023-02-29"}, .refused = true}},
 });

@@ -5,9 +5,9 @@
 //   quanda datetime 20240229235959 --round hour
 //   quanda datetime 2024-03-05T07:08:09.25 --add-seconds 0.5
 //
-// Whole seconds give a natural date-time, a fractional second (or --real) a real one. Arithmetic
-// that would leave 0001-01-01...9999-12-31 is a programming error in the library, so the command
-// checks each step first, the way the date-time carries it, and refuses it with an error instead.
+// Whole seconds give a natural date-time, a fractional second (or --real) a real one; "now" is the
+// present in the device's zone (or --zone). Each step is the library's try... form, and a step it
+// answers nothing to (leaving 0001-01-01...9999-12-31) is refused with an error.
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -19,13 +19,14 @@
 #include <type_traits>
 #include <utility>
 
+#include "Keel/KeelCheckedArithmetic.h"
 #include "Quanda/Abstract/QuandaAbstractNaturalDateTime.h"
 #include "Quanda/Abstract/QuandaAbstractRealDateTime.h"
 #include "tools/quanda/QuandaCommand.h"
 #include "tools/quanda/QuandaCommandSupport.h"
+#include "tools/quanda/QuandaDevice.h"
 #include "tools/quanda/QuandaOptions.h"
 #include "tools/quanda/QuandaSteps.h"
-#include "tools/quanda/QuandaTimeArguments.h"
 
 namespace {
 
@@ -36,6 +37,7 @@ constexpr std::string_view path = "tools/quanda/DateTimeCommand";
 
 struct Arguments {
   std::string text;
+  std::string zone;
   bool real = false;
   QuandaSteps steps;
 };
@@ -60,34 +62,20 @@ KeelArguments describe(const Real& dateTime) {
           {"nearest natural", dateTime.makeNatural().serializedToRfc3339String()}};
 }
 
-bool staysInRange(QuandaAbstractDate date, std::optional<std::int32_t> days) {
-  if (!days) return false;
-  const std::int64_t target = std::int64_t{date.daysSinceDatum()} + *days;
-  return target >= 0 && target <= QuandaAbstractDate::validDaysSinceDatumRange.max();
-}
-
 template <class DateTime>
 using Step = std::function<KeelResult<DateTime>(const DateTime&)>;
 
-template <class DateTime>
-KeelError outsideTheCalendar(const DateTime& dateTime, const QuandaStep& step) {
-  return KeelError::fault("Result outside 0001-01-01 ... 9999-12-31",
-                          {{"dateTime", dateTime.serializedToRfc3339String()},
-                           {"option", step.option},
-                           {"value", step.value}},
-                          path, "datetime");
-}
-
-// A clock move by the step's amount in units of unitSeconds.
-template <class DateTime, class Amount, class Move>
-Step<DateTime> clockStep(const QuandaStep& step, std::int64_t unitSeconds, Move move) {
-  const Amount amount = quandaNumber<Amount>(step.value, step.option);
-  return [=](const DateTime& dateTime) -> KeelResult<DateTime> {
-    if (!staysInRange(dateTime.date(),
-                      quandaCarriedDays(dateTime.secondsSinceMidnight(), amount, unitSeconds))) {
-      return outsideTheCalendar(dateTime, step);
-    }
-    return move(dateTime, amount);
+// A step made of one of the date-time's try... forms: its answer, or a refusal naming the step.
+template <class DateTime, class Try>
+Step<DateTime> refusedWhereNothing(const QuandaStep& step, Try tryStep) {
+  return [step, tryStep](const DateTime& dateTime) -> KeelResult<DateTime> {
+    const std::optional<DateTime> result = tryStep(dateTime);
+    if (result) return *result;
+    return KeelError::fault("Result outside 0001-01-01 ... 9999-12-31",
+                            {{"dateTime", dateTime.serializedToRfc3339String()},
+                             {"option", step.option},
+                             {"value", step.value}},
+                            path, "datetime");
   };
 }
 
@@ -95,53 +83,49 @@ Step<DateTime> clockStep(const QuandaStep& step, std::int64_t unitSeconds, Move 
 template <class DateTime>
 Step<DateTime> makeStep(const QuandaStep& step) {
   using Time = std::remove_cvref_t<decltype(std::declval<DateTime>().time())>;
+  using Seconds = std::conditional_t<std::is_same_v<DateTime, Real>, double, std::int64_t>;
   const std::string& name = step.option;
-  if (name == "--add-years" || name == "--add-months" || name == "--add-days") {
+  const auto made = [&step](auto tryStep) { return refusedWhereNothing<DateTime>(step, tryStep); };
+  if (name == "--add-years") {
+    // Years beyond 16 bits leave the calendar as surely as any other.
+    const auto years = keel::tryNarrow<std::int16_t>(quandaNumber<std::int32_t>(step.value, name));
+    return made([=](const DateTime& d) { return years ? d.tryAddingYears(*years) : std::nullopt; });
+  }
+  if (name == "--add-months") {
     const auto n = quandaNumber<std::int32_t>(step.value, name);
-    return [=](const DateTime& dateTime) -> KeelResult<DateTime> {
-      const QuandaAbstractDate date = dateTime.date();
-      if (name == "--add-days") {
-        if (!staysInRange(date, n)) return outsideTheCalendar(dateTime, step);
-        return dateTime.addingDays(n);
-      }
-      const std::int64_t months = name == "--add-years" ? std::int64_t{n} * 12 : n;
-      const std::int64_t total = std::int64_t{date.year()} * 12 + (date.month() - 1) + months;
-      const std::int64_t year = total / 12 - (total % 12 < 0 ? 1 : 0);
-      if (year < 1 || year > 9999) return outsideTheCalendar(dateTime, step);
-      return name == "--add-years" ? dateTime.addingYears(static_cast<std::int16_t>(n))
-                                   : dateTime.addingMonths(n);
-    };
+    return made([=](const DateTime& d) { return d.tryAddingMonths(n); });
+  }
+  if (name == "--add-days") {
+    const auto n = quandaNumber<std::int32_t>(step.value, name);
+    return made([=](const DateTime& d) { return d.tryAddingDays(n); });
   }
   if (name == "--add-hours") {
-    return clockStep<DateTime, std::int32_t>(
-        step, 3600, [](const DateTime& d, std::int32_t n) { return d.addingHours(n); });
+    const auto n = quandaNumber<std::int32_t>(step.value, name);
+    return made([=](const DateTime& d) { return d.tryAddingHours(n); });
   }
   if (name == "--add-minutes") {
-    return clockStep<DateTime, std::int64_t>(
-        step, 60, [](const DateTime& d, std::int64_t n) { return d.addingMinutes(n); });
+    const auto n = quandaNumber<std::int64_t>(step.value, name);
+    return made([=](const DateTime& d) { return d.tryAddingMinutes(n); });
   }
   if (name == "--add-seconds") {
-    using Seconds = std::conditional_t<std::is_same_v<DateTime, Real>, double, std::int64_t>;
-    return clockStep<DateTime, Seconds>(
-        step, 1, [](const DateTime& d, Seconds n) { return d.addingSeconds(n); });
+    const auto n = quandaNumber<Seconds>(step.value, name);
+    return made([=](const DateTime& d) { return d.tryAddingSeconds(n); });
   }
   if (name == "--round" || name == "--floor") {
     const bool round = name == "--round";
     const std::string unit = step.value;
-    return [=](const DateTime& d) -> KeelResult<DateTime> {
-      if (unit == "minute") return round ? d.roundingToMinute() : d.flooringToMinute();
-      if (unit == "hour") return d.roundingToHour();
-      return round ? d.roundingToDay() : d.flooringToDay();
-    };
+    return made([=](const DateTime& d) -> std::optional<DateTime> {
+      if (unit == "minute") return round ? d.tryRoundingToMinute() : d.tryFlooringToMinute();
+      if (unit == "hour") return d.tryRoundingToHour();
+      return round ? d.tryRoundingToDay() : d.flooringToDay();
+    });
   }
   // --next: the first date-time at that time of day after this one.
   return [step](const DateTime& d) -> KeelResult<DateTime> {
     const KeelResult<Time> time = Time::makeFromIso8601String(step.value);
     if (!time) return KeelError::wrap(time.error(), {{"option", step.option}}, path, "datetime");
-    if (d.date() == QuandaAbstractDate::validRange.max() && !(time.value() > d.time())) {
-      return outsideTheCalendar(d, step);
-    }
-    return d.next(time.value(), false);
+    return refusedWhereNothing<DateTime>(
+        step, [&](const DateTime& from) { return from.tryNext(time.value(), false); })(d);
   };
 }
 
@@ -152,21 +136,31 @@ QuandaOutcome run(const DateTime& start, const Arguments& arguments, std::ostrea
                         describeThis, out);
 }
 
-// Digits alone are the packed number, a fraction (or --real) a real date-time, anything else
-// the RFC 3339 text.
+// The present in the zone asked for.
+KeelResult<Natural> now(const Arguments& arguments) {
+  const auto adapter = makeQuandaAdapter("", arguments.zone);
+  return quandaNow(*adapter);
+}
+
+// "now" is the present, digits alone the packed number, a fraction (or --real) a real date-time,
+// anything else the RFC 3339 text.
 QuandaOutcome run(const Arguments& arguments, std::ostream& out) {
   const std::string& text = arguments.text;
+  if (!arguments.zone.empty() && text != "now") {
+    throw CLI::ValidationError("--zone", "only taken with now");
+  }
   const bool digitsOnly = text.find_first_not_of("0123456789") == std::string::npos;
   const bool fractional = text.find_first_of(".,") != std::string::npos;
-  if (!digitsOnly && (fractional || arguments.real)) {
+  if (text != "now" && !digitsOnly && (fractional || arguments.real)) {
     const KeelResult<Real> dateTime = Real::makeFromRfc3339String(text);
     if (!dateTime)
       return KeelError::wrap(dateTime.error(), {{"date-time", text}}, path, "datetime");
     return run(dateTime.value(), arguments, out);
   }
   const KeelResult<Natural> dateTime =
-      digitsOnly ? Natural::makeFromRfc3339Numeric(quandaNumber<std::uint64_t>(text, "date-time"))
-                 : Natural::makeFromRfc3339String(text);
+      text == "now" ? now(arguments)
+      : digitsOnly ? Natural::makeFromRfc3339Numeric(quandaNumber<std::uint64_t>(text, "date-time"))
+                   : Natural::makeFromRfc3339String(text);
   if (!dateTime) return KeelError::wrap(dateTime.error(), {{"date-time", text}}, path, "datetime");
   if (arguments.real) return run(Real(dateTime.value()), arguments, out);
   return run(dateTime.value(), arguments, out);
@@ -176,9 +170,10 @@ QuandaRun declare(CLI::App& command) {
   auto arguments = std::make_shared<Arguments>();
   command
       .add_option("date-time", arguments->text,
-                  "YYYY-MM-DDTHH:MM:SS[.fff] or the packed number YYYYMMDDhhmmss")
+                  "YYYY-MM-DDTHH:MM:SS[.fff], the packed number YYYYMMDDhhmmss, or now")
       ->type_name("")
       ->required();
+  addQuandaZoneOption(command, arguments->zone);
   command.add_flag("--real", arguments->real, "Reads the date-time as a real one");
   QuandaSteps& steps = arguments->steps;
   const CLI::Validator whole = quandaNumberCheck<std::int32_t>();
@@ -203,11 +198,13 @@ const bool registered = registerQuandaCommand({
     .summary = "Reads a date-time, shows every form of it, applies date and clock steps.",
     .detail = "Whole seconds make a natural date-time, a fractional second or --real a real one.\n"
               "The --add, --round, --floor and --next steps apply in the order given, and may\n"
-              "repeat. A step that would leave 0001-01-01 ... 9999-12-31 is refused.\n",
+              "repeat. A step that would leave 0001-01-01 ... 9999-12-31 is refused. now is the\n"
+              "present in --zone (TZ or the system's zone).\n",
     .declare = declare,
     .demonstrations =
         {
             {.args = {"2024-02-29T23:59:59"}},
+            {.args = {"now", "--zone", "America/Adak", "--round", "hour"}},
             {.args = {"2024-12-31T23:30:00", "--add-hours", "1", "--next", "08:00:00"}},
             {.args = {"20240130101530", "--add-days", "1", "--add-months", "1", "--round", "hour"}},
             {.args = {"2024-03-05T07:08:09.25", "--add-seconds", "-0.5", "--floor", "minute"}},

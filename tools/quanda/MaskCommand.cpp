@@ -10,6 +10,8 @@
 #include "Quanda/DateMasks/QuandaDateMaskArchive.h"
 #include "Quanda/DateMasks/QuandaDateMaskSyntax.h"
 #include "tools/quanda/QuandaCommand.h"
+#include "tools/quanda/QuandaDevice.h"
+#include "tools/quanda/QuandaMaskGrammar.h"
 #include "tools/quanda/QuandaMaskOccurrences.h"
 #include "tools/quanda/QuandaOptions.h"
 
@@ -36,6 +38,13 @@ KeelResult<QuandaAbstractDate> readDate(const std::string& text, std::string_vie
   const auto date = QuandaAbstractDate::makeFromIso8601String(text);
   if (!date) return KeelError::wrap(date.error(), {{option, text}}, path, "mask");
   return date;
+}
+
+// The day before today in the device's zone, so that the matches listed start from today.
+KeelResult<QuandaAbstractDate> fromToday() {
+  const auto now = quandaNow(*makeQuandaAdapter(""));
+  if (!now) return KeelError::wrap(now.error(), {}, path, "mask");
+  return now.value().date().tryAddingDays(-1).value_or(QuandaAbstractDate::validRange.min());
 }
 
 // The occurrences as instants: the dates read here, the rest by QuandaMaskOccurrences.
@@ -67,9 +76,9 @@ QuandaOutcome run(const Arguments& arguments, std::ostream& out) {
   if (!arguments.at.empty()) return runOccurrences(arguments, mask.value(), out);
   const QuandaDateMasking& rule = *mask.value();
   const bool range = !arguments.from.empty();
-  const bool forward = !arguments.after.empty();
-  const bool listing = range || forward || !arguments.before.empty();
-  if (arguments.json || !listing) out << encodeTaggedDateMask(rule).dump() << "\n";
+  const bool backward = !arguments.before.empty();
+  const bool forward = !range && !backward;
+  if (arguments.json) out << encodeTaggedDateMask(rule).dump() << "\n";
 
   if (range) {
     const auto from = readDate(arguments.from, "--from");
@@ -80,9 +89,10 @@ QuandaOutcome run(const Arguments& arguments, std::ostream& out) {
          rule.matchingDates(KeelDomain(from.value(), to.value()), arguments.firstDay)) {
       printDate(date, out);
     }
-  } else if (listing) {
-    const auto start =
-        forward ? readDate(arguments.after, "--after") : readDate(arguments.before, "--before");
+  } else {
+    const auto start = backward                  ? readDate(arguments.before, "--before")
+                       : arguments.after.empty() ? fromToday()
+                                                 : readDate(arguments.after, "--after");
     if (!start) return start.error();
     std::optional<QuandaAbstractDate> date = start.value();
     for (std::uint32_t index = 0; index < arguments.count; ++index) {
@@ -122,7 +132,7 @@ QuandaRun declare(CLI::App& command) {
   after->excludes(from)->excludes(to)->excludes(before);
   before->excludes(from)->excludes(to);
   addQuandaNumberOption(command, "--count", arguments->count,
-                        "How many matches --after or --before lists (10)");
+                        "How many matches --after, --before or from today lists (10)");
   addQuandaFirstDayOption(command, arguments->firstDay);
   command.add_flag("--json", arguments->json, "Also prints the rule's tagged JSON archive");
   CLI::Option* at = command
@@ -141,23 +151,18 @@ const bool registered = registerQuandaCommand({
     .name = "mask",
     .summary = "Lists the dates a recurrence rule (a date mask) matches.",
     .detail =
-        "With none of --from/--to, --after, --before the rule's archive is shown. --first-day\n"
-        "sets the first day of the week (only week cycles use it).\n"
-        "The rule is a tagged JSON archive ({\"kind\": ..., \"mask\": ...}) or the short syntax:\n"
-        "  every day | weekdays | weekends | mon,wed,fri | day 15 | days 1,15 | last day\n"
-        "  days 1,2 from end | week 2 | last week | 2nd tue | 1st,3rd mon,wed | last fri\n"
-        "  2nd last sun | every 3 days from 2024-01-01 | pattern 1101 from 2024-01-01\n"
-        "  every 2 weeks from 2024-01-01 | week pattern 110 from 2024-01-01\n"
-        "  mon,thu every 3 weeks from 2024-01-01 | 2024-07-01..2024-07-14 | 2024-12-25\n"
-        "  holidays 2024-07-01..2024-07-14, 2024-12-24..2024-12-26\n"
-        "combined with not, and, or, except and parentheses:\n"
-        "  \"mon except 2024-07-01..2024-07-14\", \"fri and day 13\"\n"
+        "With none of --from/--to, --after, --before the next matches from today are listed\n"
+        "(--json shows the rule's archive). --first-day sets the first day of the week (only\n"
+        "week cycles use it).\n"
+        "The rule is a tagged JSON archive ({\"kind\": ..., \"mask\": ...}) or the short "
+        "syntax:\n" QUANDA_MASK_GRAMMAR
         "--at lists the occurrences at a time of day (hh:mm or hh:mm:ss) as instants in --zone (a\n"
         "tz database name, utc or local): the wall clock, the instant in UTC and the offset; by\n"
         "default the next --count from now. A wall time the zone skips moves forward by the gap;\n"
         "one it repeats is the earlier instant. --ics writes them as an iCalendar file.\n",
     .declare = declare,
-    .demonstrations = {{.args = {"last fri", "--before", "2024-06-01", "--count", "3"}},
+    .demonstrations = {{.args = {"2nd tue", "--count", "3"}},
+                       {.args = {"last fri", "--before", "2024-06-01", "--count", "3"}},
                        {.args = {"2nd tue", "--from", "2024-01-01", "--to", "2024-03-31"}},
                        {.args = {"mon except 2024-07-01..2024-07-14", "--after", "2024-06-20",
                                  "--count", "3"}},

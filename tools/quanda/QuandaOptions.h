@@ -115,5 +115,8 @@ CLI::Option* addQuandaLibraryOption(CLI::App& command, const std::string& name, 
 }
 
 // Declares --first-day, the day weeks start on, read by the library's weekday syntax ("mon",
-// "Monday", "mondays"). firstDay keeps its value when the option is absent.
+// "Monday", "mondays"). firstDay keeps its value when the option is absent; an optional one stays
+// empty, for the locale's own first day.
 CLI::Option* addQuandaFirstDayOption(CLI::App& command, QuandaDayOfGregorianWeek& firstDay);
+CLI::Option* addQuandaFirstDayOption(CLI::App& command,
+                                     std::optional<QuandaDayOfGregorianWeek>& firstDay);

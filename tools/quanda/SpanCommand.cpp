@@ -7,10 +7,8 @@
 //   quanda span 2.5 --add-minutes 1           (a real span: fractional seconds)
 //   quanda span 2.9 --discrete                (whole kinds floor a fraction: 2 seconds)
 //
-// Whole-second overflow is a programming error in the library, so the command checks each step
-// first and refuses it with an error instead; a natural span that would go negative is refused by
-// the library itself (subtract), whose error is shown.
-#include <cmath>
+// Each step is the span's try... form (or the natural span's subtract), and a result past the
+// kind's range, or a real one that is not finite, is refused with an error.
 #include <cstdint>
 #include <functional>
 #include <limits>
@@ -21,7 +19,7 @@
 #include <string_view>
 #include <type_traits>
 
-#include "Keel/KeelMathUtil.h"
+#include "Keel/KeelCheckedArithmetic.h"
 #include "Quanda/TimeSpans/QuandaDiscreteTimeSpan.h"
 #include "Quanda/TimeSpans/QuandaNaturalTimeSpan.h"
 #include "Quanda/TimeSpans/QuandaRealTimeSpan.h"
@@ -36,8 +34,6 @@ using Discrete = QuandaDiscreteTimeSpan;
 using Real = QuandaRealTimeSpan;
 
 constexpr std::string_view path = "tools/quanda/SpanCommand";
-
-constexpr double twoTo63 = 9223372036854775808.0;
 
 struct Arguments {
   std::string text;
@@ -89,58 +85,60 @@ std::int64_t unitSeconds(std::string_view option) {
 template <class Span>
 using Amount = std::conditional_t<std::is_same_v<Span, Real>, double, std::int64_t>;
 
-// The span moved by amount * unit seconds: checked sums for the whole kinds (and the library's
-// subtract for a natural span moving back), a plain sum for the real kind.
+template <class Span>
+KeelResult<Span> refusedWhereNothing(const std::optional<Span>& result, const Span& span,
+                                     const QuandaStep& step) {
+  if (result) return *result;
+  return outsideTheRange(span.description(), step);
+}
+
+// The span moved by amount * unit seconds, through the kind's try... forms (and the library's
+// subtract for a natural span moving back).
 template <class Span>
 KeelResult<Span> added(Span span, const QuandaStep& step, Amount<Span> amount) {
   const std::int64_t unit = unitSeconds(step.option);
   if constexpr (std::is_same_v<Span, Real>) {
-    return span + Real(amount * static_cast<double>(unit));
+    const std::optional<Real> move = Real::tryMakeFromDouble(amount * static_cast<double>(unit));
+    return refusedWhereNothing(move ? span.tryAdding(*move) : std::nullopt, span, step);
   } else if constexpr (std::is_same_v<Span, Discrete>) {
-    std::int64_t product = 0;
-    std::int64_t sum = 0;
-    if (__builtin_mul_overflow(amount, unit, &product) ||
-        __builtin_add_overflow(span.seconds(), product, &sum)) {
-      return outsideTheRange(span.description(), step);
-    }
-    return span + Discrete(product);
+    const std::optional<std::int64_t> move = keel::tryMultiply(amount, unit);
+    return refusedWhereNothing(move ? span.tryAdding(Discrete(*move)) : std::nullopt, span, step);
   } else {
-    // The magnitude of the move, in unsigned seconds.
-    std::uint64_t magnitude = 0;
-    const std::uint64_t amountMagnitude =
-        amount < 0 ? std::uint64_t{0} - static_cast<std::uint64_t>(amount)
-                   : static_cast<std::uint64_t>(amount);
-    std::uint64_t sum = 0;
-    if (__builtin_mul_overflow(amountMagnitude, static_cast<std::uint64_t>(unit), &magnitude) ||
-        (amount >= 0 && __builtin_add_overflow(span.seconds(), magnitude, &sum)) ||
-        (amount < 0 &&
-         (span.seconds() >= std::uint64_t{1} << 63 || magnitude >= std::uint64_t{1} << 63))) {
-      return outsideTheRange(span.description(), step);
+    const std::optional<std::int64_t> back = keel::tryNegate(amount);
+    const std::optional<std::uint64_t> magnitude =
+        amount >= 0 ? keel::tryMultiply(static_cast<std::uint64_t>(amount),
+                                        static_cast<std::uint64_t>(unit))
+        : back
+            ? keel::tryMultiply(static_cast<std::uint64_t>(*back), static_cast<std::uint64_t>(unit))
+            : std::nullopt;
+    if (!magnitude) return outsideTheRange(span.description(), step);
+    if (amount < 0) {
+      // subtract takes counts that are signed 64-bit values too, and stops on others.
+      if (!keel::tryNarrow<std::int64_t>(span.seconds()) ||
+          !keel::tryNarrow<std::int64_t>(*magnitude)) {
+        return outsideTheRange(span.description(), step);
+      }
+      return span.subtract(Natural(*magnitude));
     }
-    if (amount >= 0) return span + Natural(magnitude);
-    return span.subtract(Natural(magnitude));
+    return refusedWhereNothing(span.tryAdding(Natural(*magnitude)), span, step);
   }
 }
 
 template <class Span>
 KeelResult<Span> rounded(Span span, const QuandaStep& step) {
   const std::string_view unit = step.value;
-  const double seconds = unit == "minute" ? 60.0
-                         : unit == "hour" ? 3600.0
-                         : unit == "day"  ? 86400.0
-                                          : 604800.0;
   if constexpr (std::is_same_v<Span, Real>) {
+    const double seconds = unit == "minute" ? 60.0
+                           : unit == "hour" ? 3600.0
+                           : unit == "day"  ? 86400.0
+                                            : 604800.0;
     return span.rounded(Real(seconds));
   } else {
-    // The library rounds in doubles; a result past the field's end stops it, so refuse it here.
-    const double result = KeelMathUtil::roundTo(span.asDouble(), seconds);
-    const bool fits = std::is_same_v<Span, Natural> ? result > -1.0 && result < 2.0 * twoTo63
-                                                    : result >= -twoTo63 && result < twoTo63;
-    if (!fits) return outsideTheRange(span.description(), step);
-    if (seconds == 60.0) return span.roundingToMinute();
-    if (seconds == 3600.0) return span.roundingToHour();
-    if (seconds == 86400.0) return span.roundingToDay();
-    return span.roundingToWeek();
+    const std::optional<Span> result = unit == "minute" ? span.tryRoundingToMinute()
+                                       : unit == "hour" ? span.tryRoundingToHour()
+                                       : unit == "day"  ? span.tryRoundingToDay()
+                                                        : span.tryRoundingToWeek();
+    return refusedWhereNothing(result, span, step);
   }
 }
 
@@ -168,14 +166,13 @@ QuandaOutcome run(const Arguments& arguments, std::ostream& out) {
   const bool discrete = arguments.discrete || (text.starts_with('-') && !arguments.natural);
   if (!whole) {
     const double seconds = quandaNumber<double>(text, "seconds");
-    const double floor = std::floor(seconds);
-    if (discrete ? !(floor >= -twoTo63 && floor < twoTo63)
-                 : !(floor > -1.0 && floor < 2.0 * twoTo63)) {
+    const auto made = [&](const auto& span) -> QuandaOutcome {
+      if (span) return run(*span, arguments, out);
       return KeelError::fault("Seconds outside the span's range", {{"seconds", text}}, path,
                               "span");
-    }
-    if (discrete) return run(Discrete::makeFromDouble(seconds), arguments, out);
-    return run(Natural::makeFromDouble(seconds), arguments, out);
+    };
+    if (discrete) return made(Discrete::tryMakeFromDouble(seconds));
+    return made(Natural::tryMakeFromDouble(seconds));
   }
   if (discrete) return run(Discrete(quandaNumber<std::int64_t>(text, "seconds")), arguments, out);
   return run(Natural(quandaNumber<std::uint64_t>(text, "seconds")), arguments, out);

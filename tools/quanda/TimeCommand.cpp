@@ -6,6 +6,7 @@
 //   quanda time 070509                          (six digits without separators)
 //   quanda time 70509                           (the packed number hhmmss)
 //   quanda time 23:59:30.25 --add-seconds 45.5  (fractional seconds: a real time of day)
+//   quanda time now --zone Asia/Tokyo           (the present in a zone)
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -18,9 +19,9 @@
 #include "Quanda/Abstract/QuandaAbstractNaturalTimeOfDay.h"
 #include "Quanda/Abstract/QuandaAbstractRealTimeOfDay.h"
 #include "tools/quanda/QuandaCommand.h"
+#include "tools/quanda/QuandaDevice.h"
 #include "tools/quanda/QuandaOptions.h"
 #include "tools/quanda/QuandaSteps.h"
-#include "tools/quanda/QuandaTimeArguments.h"
 
 namespace {
 
@@ -31,6 +32,7 @@ constexpr std::string_view path = "tools/quanda/TimeCommand";
 
 struct Arguments {
   std::string text;
+  std::string zone;
   bool real = false;
   QuandaSteps steps;
 };
@@ -68,35 +70,36 @@ KeelArguments describeRelative(const Relative& relative) {
   return rows;
 }
 
-// A move of the relative time by the step's amount, refused where its day count would leave 32
-// bits. Hours are 32-bit amounts in the library, minutes and seconds 64-bit, and a real time
-// moves by fractional seconds.
+// A move of the relative time by the step's amount through its try... form, refused where the
+// day count would leave 32 bits. Hours are 32-bit amounts in the library, minutes and seconds
+// 64-bit, and a real time moves by fractional seconds.
 template <class Relative>
 std::function<KeelResult<Relative>(const Relative&)> makeMove(const QuandaStep& step) {
   using Seconds =
       std::conditional_t<std::is_same_v<Relative, QuandaAbstractRelativeDiscreteTimeOfDay>,
                          std::int64_t, double>;
-  const auto checked = [step](std::int64_t unitSeconds, auto amount, auto move) {
+  const auto refusedWhereNothing = [step](auto amount, auto tryMove) {
     return [=](const Relative& relative) -> KeelResult<Relative> {
-      if (!quandaCarriedDays(relative.seconds(), amount, unitSeconds)) {
-        return KeelError::fault(
-            "Day count beyond 32 bits",
-            {{"relative", relative.description()}, {"option", step.option}, {"value", step.value}},
-            path, "time");
-      }
-      return move(relative, amount);
+      const std::optional<Relative> moved = tryMove(relative, amount);
+      if (moved) return *moved;
+      return KeelError::fault(
+          "Day count beyond 32 bits",
+          {{"relative", relative.description()}, {"option", step.option}, {"value", step.value}},
+          path, "time");
     };
   };
   if (step.option == "--add-hours") {
-    return checked(3600, quandaNumber<std::int32_t>(step.value, step.option),
-                   [](const Relative& r, std::int32_t n) { return r.addingHours(n); });
+    return refusedWhereNothing(
+        quandaNumber<std::int32_t>(step.value, step.option),
+        [](const Relative& r, std::int32_t n) { return r.tryAddingHours(n); });
   }
   if (step.option == "--add-minutes") {
-    return checked(60, quandaNumber<std::int64_t>(step.value, step.option),
-                   [](const Relative& r, std::int64_t n) { return r.addingMinutes(n); });
+    return refusedWhereNothing(
+        quandaNumber<std::int64_t>(step.value, step.option),
+        [](const Relative& r, std::int64_t n) { return r.tryAddingMinutes(n); });
   }
-  return checked(1, quandaNumber<Seconds>(step.value, step.option),
-                 [](const Relative& r, Seconds n) { return r.addingSeconds(n); });
+  return refusedWhereNothing(quandaNumber<Seconds>(step.value, step.option),
+                             [](const Relative& r, Seconds n) { return r.tryAddingSeconds(n); });
 }
 
 template <class Time>
@@ -111,6 +114,16 @@ QuandaOutcome run(Time time, const Arguments& arguments, std::ostream& out) {
 // characters the form without separators, and other digits the packed number.
 QuandaOutcome run(const Arguments& arguments, std::ostream& out) {
   const std::string& text = arguments.text;
+  if (!arguments.zone.empty() && text != "now") {
+    throw CLI::ValidationError("--zone", "only taken with now");
+  }
+  if (text == "now") {
+    const auto adapter = makeQuandaAdapter("", arguments.zone);
+    const auto now = quandaNow(*adapter);
+    if (!now) return KeelError::wrap(now.error(), {{"time", text}}, path, "time");
+    if (arguments.real) return run(Real(now.value().time()), arguments, out);
+    return run(now.value().time(), arguments, out);
+  }
   if (text.find_first_of(".,") != std::string::npos || arguments.real) {
     const KeelResult<Real> time = Real::makeFromIso8601String(text);
     if (!time) return KeelError::wrap(time.error(), {{"time", text}}, path, "time");
@@ -127,9 +140,10 @@ QuandaOutcome run(const Arguments& arguments, std::ostream& out) {
 
 QuandaRun declare(CLI::App& command) {
   auto arguments = std::make_shared<Arguments>();
-  command.add_option("time", arguments->text, "hh:mm:ss[.fff], hhmmss or the packed number")
+  command.add_option("time", arguments->text, "hh:mm:ss[.fff], hhmmss, the packed number or now")
       ->type_name("")
       ->required();
+  addQuandaZoneOption(command, arguments->zone);
   command.add_flag("--real", arguments->real, "Reads the time as a real one");
   QuandaSteps& steps = arguments->steps;
   steps.add(command, "--add-hours", "Adds hours", quandaNumberCheck<std::int32_t>());
@@ -144,7 +158,8 @@ const bool registered = registerQuandaCommand({
     .summary = "Reads a time of day, shows every form of it, moves it carrying days.",
     .detail = "A time with colons is read as hh:mm:ss, six characters as hhmmss, other digits as\n"
               "the packed number hhmmss; a fraction of a second or --real makes a real time.\n"
-              "The --add steps apply in the order given, and may repeat.\n",
+              "The --add steps apply in the order given, and may repeat. now is the present in\n"
+              "--zone (TZ or the system's zone).\n",
     .declare = declare,
     .demonstrations =
         {

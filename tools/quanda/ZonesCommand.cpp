@@ -21,7 +21,6 @@
 
 #include "Quanda/Abstract/QuandaAbstractNaturalDateTime.h"
 #include "Quanda/FoundationAdapting/QuandaTimezoneDatabase.h"
-#include "Quanda/QuandaMockTimeProvider.h"
 #include "tools/quanda/QuandaCommand.h"
 #include "tools/quanda/QuandaDevice.h"
 #include "tools/quanda/QuandaOptions.h"
@@ -42,17 +41,9 @@ std::string lowerCase(std::string_view text) {
   return lower;
 }
 
-// "+05:45", "-03:00", "+00:00".
-std::string offsetText(std::int32_t secondsFromGMT) {
-  const std::int32_t minutes = std::abs(secondsFromGMT) / 60;
-  std::string text = secondsFromGMT < 0 ? "-" : "+";
-  const auto twoDigits = [](std::int32_t n) { return (n < 10 ? "0" : "") + std::to_string(n); };
-  return text + twoDigits(minutes / 60) + ":" + twoDigits(minutes % 60);
-}
-
 // The instant asked about: --at as seconds or as a UTC wall time, else the provider's present.
 KeelResult<KeelDate> instantAsked(const Arguments& arguments, QuandaCalendarAdapting& adapter) {
-  if (arguments.at.empty()) return QuandaMockTimeProvider().currentLogicDate(adapter);
+  if (arguments.at.empty()) return makeQuandaTimeProvider()->currentLogicDate(adapter);
   if (const std::optional<double> seconds = readQuandaNumber<double>(arguments.at)) {
     return adapter.makeFoundationDate(QuandaLogicTimeInterval(*seconds));
   }
@@ -83,7 +74,7 @@ QuandaOutcome run(const Arguments& arguments, std::ostream& out) {
                              "zones");
     }
     out << identifier << std::string(width - identifier.size() + 2, ' ')
-        << offsetText(offset.value().secondsFromGMT) << "  " << offset.value().abbreviation
+        << quandaOffsetText(offset.value().secondsFromGMT) << "  " << offset.value().abbreviation
         << (offset.value().isDaylightSavingTime ? "  daylight saving" : "") << '\n';
   }
   return quandaDone;

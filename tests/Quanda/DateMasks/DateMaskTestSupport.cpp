@@ -10,6 +10,8 @@
 #include "Quanda/DateMasks/QuandaDaysOfWeeksDateMask.h"
 #include "Quanda/DateMasks/QuandaEveryDayDateMask.h"
 #include "Quanda/DateMasks/QuandaJunctionDateMask.h"
+#include "Quanda/DateMasks/QuandaMonthCycleDateMask.h"
+#include "Quanda/DateMasks/QuandaMonthsOfYearDateMask.h"
 #include "Quanda/DateMasks/QuandaNotDateMask.h"
 #include "Quanda/DateMasks/QuandaReverseDaysOfMonthDateMask.h"
 #include "Quanda/DateMasks/QuandaReverseWeekdaysOfMonthDateMask.h"
@@ -187,6 +189,30 @@ MaskCase randomMask(Kind kind, std::mt19937_64& random, std::uint32_t near, int 
                 const std::int64_t index =
                     day.daysSinceDatum < residue ? 0 : (day.daysSinceDatum - residue) % n;
                 return bool(days[static_cast<std::size_t>(index)]);
+              },
+              noRestriction};
+    }
+    case Kind::monthsOfYear: {
+      const auto months = randomNumbers(random, 12);
+      return {std::make_shared<QuandaMonthsOfYearDateMask>(months),
+              [months](const ReferenceDay& day, QuandaDayOfGregorianWeek) {
+                return contains(months, day.month);
+              },
+              noRestriction};
+    }
+    case Kind::monthCycle: {
+      const auto months = randomPattern(random);
+      const auto anchor = QuandaAbstractDate::makeFromDaysSinceDatum(
+          chance(random, 0.2) ? std::uniform_int_distribution<std::uint32_t>(0, 3000)(random)
+                              : randomDayNear(random, near, 8000));
+      const std::int64_t anchorMonth = ReferenceDay::of(anchor).monthsSinceDatum;
+      return {std::make_shared<QuandaMonthCycleDateMask>(anchor, months),
+              [months, anchorMonth](const ReferenceDay& day, QuandaDayOfGregorianWeek) {
+                const std::int64_t n = static_cast<std::int64_t>(months.size());
+                const std::int64_t residue = anchorMonth % n;
+                const std::int64_t index =
+                    day.monthsSinceDatum < residue ? 0 : (day.monthsSinceDatum - residue) % n;
+                return bool(months[static_cast<std::size_t>(index)]);
               },
               noRestriction};
     }

@@ -23,6 +23,8 @@ struct ReferenceDay {
   unsigned weekday;  // 0 monday ... 6 sunday
   unsigned day;
   unsigned monthLength;
+  unsigned month;
+  std::int64_t monthsSinceDatum;  // months since January of year 1
 
   static ReferenceDay of(QuandaAbstractDate date) {
     namespace chrono = std::chrono;
@@ -30,9 +32,12 @@ struct ReferenceDay {
                                      chrono::day{date.day()}};
     const chrono::sys_days days{ymd};
     const chrono::sys_days datum{chrono::year{1} / chrono::January / 1};
-    return {(days - datum).count(), chrono::weekday{days}.iso_encoding() - 1,
+    return {(days - datum).count(),
+            chrono::weekday{days}.iso_encoding() - 1,
             static_cast<unsigned>(ymd.day()),
-            static_cast<unsigned>((ymd.year() / ymd.month() / chrono::last).day())};
+            static_cast<unsigned>((ymd.year() / ymd.month() / chrono::last).day()),
+            static_cast<unsigned>(ymd.month()),
+            (int{ymd.year()} - 1) * std::int64_t{12} + static_cast<unsigned>(ymd.month()) - 1};
   }
   std::int64_t week(QuandaDayOfGregorianWeek firstDayOfWeek) const {
     return (daysSinceDatum + (7 - ordinal(firstDayOfWeek)) % 7) / 7;
@@ -63,6 +68,8 @@ enum class Kind {
   daysOfWeeks,
   dateRange,
   dateRanges,
+  monthsOfYear,
+  monthCycle,
   allOf,
   anyOf,
   negation,
@@ -77,16 +84,13 @@ inline constexpr Kind simpleKinds[] = {Kind::everyDay,        Kind::daysOfWeek,
                                        Kind::weeksOfMonth,    Kind::reverseWeeksOfMonth,
                                        Kind::weekdaysOfMonth, Kind::reverseWeekdaysOfMonth,
                                        Kind::dayCycle,        Kind::weekCycle,
-                                       Kind::daysOfWeeks,     Kind::dateRange};
-inline constexpr Kind monthLocalKinds[] = {Kind::everyDay,
-                                           Kind::daysOfWeek,
-                                           Kind::daysOfMonth,
-                                           Kind::reverseDaysOfMonth,
-                                           Kind::weeksOfMonth,
-                                           Kind::reverseWeeksOfMonth,
-                                           Kind::weekdaysOfMonth,
-                                           Kind::reverseWeekdaysOfMonth,
-                                           Kind::monthLocalCombination};
+                                       Kind::daysOfWeeks,     Kind::dateRange,
+                                       Kind::monthsOfYear,    Kind::monthCycle};
+inline constexpr Kind monthLocalKinds[] = {Kind::everyDay,        Kind::daysOfWeek,
+                                           Kind::daysOfMonth,     Kind::reverseDaysOfMonth,
+                                           Kind::weeksOfMonth,    Kind::reverseWeeksOfMonth,
+                                           Kind::weekdaysOfMonth, Kind::reverseWeekdaysOfMonth,
+                                           Kind::monthsOfYear,    Kind::monthLocalCombination};
 
 // A random mask of a kind; date ranges and anchors fall around `near` (a day count).
 MaskCase randomMask(Kind kind, std::mt19937_64& random, std::uint32_t near, int depth = 0);

@@ -205,6 +205,7 @@ std::string kindName(const testing::TestParamInfo<Kind>& info) {
   std::istringstream names(
       "everyDay daysOfWeek daysOfMonth reverseDaysOfMonth weeksOfMonth reverseWeeksOfMonth "
       "weekdaysOfMonth reverseWeekdaysOfMonth dayCycle weekCycle daysOfWeeks dateRange dateRanges "
+      "monthsOfYear monthCycle "
       "allOf anyOf negation monthLocalCombination mixedTree");
   std::string name;
   for (int index = 0; index <= static_cast<int>(info.param); ++index) names >> name;

@@ -4,6 +4,7 @@
 
 #include <nlohmann/json.hpp>
 #include <string>
+#include <tuple>
 #include <utility>
 
 #include "Quanda/DateMasks/QuandaDateMaskArchive.h"
@@ -54,6 +55,20 @@ TEST(QuandaDateMaskSyntax, EachFormNamesItsMask) {
       {"not mon", R"({"kind":"not","mask":{"mask":{"kind":"daysOfWeek","mask":["monday"]}}})"},
       {"mon except 2024-07-01..2024-07-14",
        R"({"kind":"allOf","mask":{"masks":[{"kind":"daysOfWeek","mask":["monday"]},{"kind":"not","mask":{"mask":{"kind":"dateRange","mask":{"dateRangeInc":{"max":20240714,"min":20240701}}}}}]}})"},
+      {"MARCH", R"({"kind":"monthsOfYear","mask":[3]})"},
+      {"mar 14",
+       R"({"kind":"allOf","mask":{"masks":[{"kind":"monthsOfYear","mask":[3]},{"kind":"daysOfMonth","mask":{"oneBasedOrdinals":[14]}}]}})"},
+      {"last mon of may",
+       R"({"kind":"allOf","mask":{"masks":[{"kind":"reverseWeekdaysOfMonth","mask":{"daysOfWeek":["monday"],"oneBasedWeeks":[1]}},{"kind":"monthsOfYear","mask":[5]}]}})"},
+      {"every 3 months from 2024-01",
+       R"({"kind":"monthCycle","mask":{"anchorDate":20240101,"months":[true,false,false]}})"},
+      {"every 2 years from 2024-03 on 14",
+       R"({"kind":"allOf","mask":{"masks":[{"kind":"monthCycle","mask":{"anchorDate":20240301,"months":[true,false,false,false,false,false,false,false,false,false,false,false,false,false,false,false,false,false,false,false,false,false,false,false]}},{"kind":"daysOfMonth","mask":{"oneBasedOrdinals":[14]}}]}})"},
+      {"month pattern 10 from 2024-02-10",
+       R"({"kind":"monthCycle","mask":{"anchorDate":20240210,"months":[true,false]}})"},
+      {"Every Monday", R"({"kind":"daysOfWeek","mask":["monday"]})"},
+      {"every other monday from 2024-01-01",
+       R"({"kind":"daysOfWeeks","mask":{"anchorDate":20240101,"daysOfWeek":["monday"],"weeks":[true,false]}})"},
       {"fri and day 13 or (last day)",
        R"({"kind":"anyOf","mask":{"masks":[{"kind":"allOf","mask":{"masks":[{"kind":"daysOfWeek","mask":["friday"]},{"kind":"daysOfMonth","mask":{"oneBasedOrdinals":[13]}}]}},{"kind":"reverseDaysOfMonth","mask":{"oneBasedOrdinals":[1]}}]}})"},
   };
@@ -64,21 +79,26 @@ TEST(QuandaDateMaskSyntax, EachFormNamesItsMask) {
   }
 }
 
-TEST(QuandaDateMaskSyntax, UnreadableRulesNameTheirPart) {
-  const std::pair<const char*, const char*> cases[] = {
-      {"", ""},
-      {"fortnightly", "fortnightly"},
-      {"mon and", ""},
-      {"(mon", ""},
-      {"days 1,x", "days 1,x"},
-      {"2024-03-05..2024-03-01", "2024-03-05..2024-03-01"},
-      {"every 0 days from 2024-01-01", "every 0 days from 2024-01-01"},
+TEST(QuandaDateMaskSyntax, UnreadableRulesNameTheirPartAndWhy) {
+  const std::tuple<const char*, const char*, const char*> cases[] = {
+      {"", "", "there is no rule"},
+      {"fortnightly", "fortnightly", "not a rule this syntax knows"},
+      {"mon and", "", "a rule expected"},
+      {"(mon", "", "\")\" expected"},
+      {"days 1,x", "x", "not a number"},
+      {"256th mon", "256th", "no such ordinal"},
+      {"2024-07-14..2024-07-01", "2024-07-14..2024-07-01", "the range is reversed"},
+      {"every 0 days from 2024-01-01", "every 0 days", "a cycle needs at least one day"},
+      {"every 3 months", "every 3 months", "a cycle needs a start: \"from\" and a date"},
+      {"every 2 fortnights from 2024-01-01", "fortnights",
+       "not a unit of a cycle (days, weeks, months, years)"},
   };
-  for (const auto& [syntax, part] : cases) {
+  for (const auto& [syntax, part, reason] : cases) {
     const auto mask = makeDateMaskFromSyntax(syntax);
     ASSERT_FALSE(mask) << syntax;
     EXPECT_EQ(mask.error().message(), "Unreadable date mask") << syntax;
     EXPECT_EQ(mask.error().argument("part"), part) << syntax;
+    EXPECT_EQ(mask.error().argument("reason"), reason) << syntax;
     EXPECT_EQ(mask.error().functionName(), "makeDateMask(syntax:)");
   }
   const auto badDate = makeDateMaskFromSyntax("every 2 weeks from 2023-02-29");
