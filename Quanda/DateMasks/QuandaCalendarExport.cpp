@@ -108,7 +108,7 @@ void writeTimezone(Writer& writer, std::string_view zone,
 
 // "RDATE;TZID=Europe/Berlin:20240101T093000,20240202T093000", or nothing without dates.
 void writeDates(Writer& writer, std::string_view name, std::string_view zone,
-                std::span<const QuandaAbstractDate> dates, QuandaAbstractNaturalTimeOfDay time) {
+                const std::vector<QuandaAbstractDate>& dates, QuandaAbstractNaturalTimeOfDay time) {
   if (dates.empty()) return;
   std::string text = std::string(name) + ";TZID=" + std::string(zone) + ":";
   for (std::size_t index = 0; index < dates.size(); ++index) {
@@ -141,8 +141,8 @@ KeelResult<std::string> ruleValue(std::string_view rule, const QuandaOccurrences
 }
 
 KeelResult<std::string> write(const QuandaOccurrences& occurrences,
-                              const QuandaCalendarRecurrence& recurrence,
-                              QuandaAbstractDate through, const QuandaCalendarEvent& event,
+                              const QuandaRecurrenceRule& recurrence, QuandaAbstractDate through,
+                              const QuandaCalendarEvent& event,
                               QuandaCalendarAdapting& calendarAdapter) {
   const std::string zone = occurrences.resolvedTimezoneIdentifier(calendarAdapter);
   // The span the VTIMEZONE covers: every date the event names, through `through`.
@@ -192,7 +192,7 @@ KeelResult<std::string> write(const QuandaOccurrences& occurrences,
 }  // namespace
 
 KeelResult<std::string> makeVCalendar(const QuandaOccurrences& occurrences,
-                                      const QuandaCalendarRecurrence& recurrence,
+                                      const QuandaRecurrenceRule& recurrence,
                                       QuandaAbstractDate through, const QuandaCalendarEvent& event,
                                       QuandaCalendarAdapting& calendarAdapter) {
   auto text = write(occurrences, recurrence, through, event, calendarAdapter);

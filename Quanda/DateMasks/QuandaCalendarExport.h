@@ -27,13 +27,13 @@
 // operation's signature text and arguments.
 #pragma once
 
-#include <span>
 #include <string>
 #include <string_view>
 
 #include "Keel/KeelResult.h"
 #include "Quanda/Abstract/QuandaAbstractDate.h"
 #include "Quanda/DateMasks/QuandaOccurrences.h"
+#include "Quanda/DateMasks/QuandaRecurrenceRule.h"
 #include "Quanda/QuandaLogicTimeInterval.h"
 
 class QuandaCalendarAdapting;
@@ -49,18 +49,10 @@ struct QuandaCalendarEvent {
   std::string summary = {};
 };
 
-// The recurrence as the VEVENT writes it: its first date (DTSTART), the RRULE value
-// ("FREQ=MONTHLY;BYDAY=-1FR"; none when empty), and the dates it adds (RDATE) and excludes
-// (EXDATE).
-struct QuandaCalendarRecurrence {
-  QuandaAbstractDate start;
-  std::string_view rule = {};
-  std::span<const QuandaAbstractDate> additions = {};
-  std::span<const QuandaAbstractDate> exclusions = {};
-};
-
+// The recurrence is the rule as QuandaRecurrenceRule::exporting gives it: its start (DTSTART),
+// its RRULE value (none when empty) and the dates it adds (RDATE) and excludes (EXDATE).
 KeelResult<std::string> makeVCalendar(const QuandaOccurrences& occurrences,
-                                      const QuandaCalendarRecurrence& recurrence,
+                                      const QuandaRecurrenceRule& recurrence,
                                       QuandaAbstractDate through, const QuandaCalendarEvent& event,
                                       QuandaCalendarAdapting& calendarAdapter);
 

@@ -8,6 +8,7 @@
 
 #include "Quanda/DateMasks/QuandaCalendarExport.h"
 #include "Quanda/DateMasks/QuandaOccurrences.h"
+#include "Quanda/DateMasks/QuandaRecurrenceRule.h"
 #include "tools/quanda/QuandaDevice.h"
 
 namespace {
@@ -35,19 +36,16 @@ KeelResult<std::string> calendarFile(const QuandaOccurrences& occurrences,
                                      QuandaCalendarAdapting& adapter) {
   const QuandaAbstractDate first = std::min(found.front().date, found.back().date);
   const QuandaAbstractDate last = std::max(found.front().date, found.back().date);
-  // The dates after the first, which DTSTART names.
-  std::vector<QuandaAbstractDate> dates;
-  for (const QuandaOccurrence& occurrence : found) {
-    if (occurrence.date != first) dates.push_back(occurrence.date);
-  }
-  std::sort(dates.begin(), dates.end());
   const QuandaCalendarEvent event{
       .uid = first.serializeToIso8601String() + "-" + occurrences.timeOfDay().description() + "-" +
              std::to_string(std::hash<std::string>{}(occurrences.description())) + "@quanda",
       .stamp = QuandaLogicTimeInterval(keelNow()),
       .summary = request.rule,
   };
-  return makeVCalendar(occurrences, {.start = first, .additions = dates}, last, event, adapter);
+  const auto rule =
+      QuandaRecurrenceRule::exporting(occurrences.mask(), first, occurrences.firstDayOfWeek());
+  if (!rule) return rule.error();
+  return makeVCalendar(occurrences, rule.value(), last, event, adapter);
 }
 
 }  // namespace

@@ -6,8 +6,10 @@
 //   2024-01-26T09:30:00  Friday  2024-01-26T08:30:00Z  +01:00
 //   ...
 //
-// The library finds and places the occurrences (QuandaOccurrences) and writes the file
-// (makeVCalendar); the program only reads the command line and lays out the lines.
+// The library finds and places the occurrences (QuandaOccurrences), says the rule as RRULE from
+// the first listed date (QuandaRecurrenceRule::exporting, which refuses what no RRULE can say) and
+// writes the file (makeVCalendar, its VTIMEZONE through the last listed date); the program only
+// reads the command line and lays out the lines.
 #pragma once
 
 #include <cstdint>

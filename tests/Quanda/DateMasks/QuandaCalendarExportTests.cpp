@@ -13,6 +13,7 @@
 
 #include "Quanda/DateMasks/QuandaCalendarExport.h"
 #include "Quanda/DateMasks/QuandaDateMaskSyntax.h"
+#include "Quanda/DateMasks/QuandaRecurrenceRule.h"
 #include "Quanda/FoundationAdapting/AdapterTestSupport.h"
 
 namespace {
@@ -34,13 +35,11 @@ TEST(QuandaCalendarExport, LibicalReadsTheFileBackAndPlacesEveryWallTimeAtTheOcc
                                     static_cast<std::uint8_t>(day))
         .value();
   };
-  const std::vector<QuandaAbstractDate> additions{date(2025, 1, 5)};
-  const std::vector<QuandaAbstractDate> exclusions{date(2024, 12, 25), date(2024, 12, 26)};
-  const QuandaCalendarRecurrence recurrence{
+  const QuandaRecurrenceRule recurrence{
       .start = date(2024, 1, 1),
       .rule = "FREQ=DAILY",
-      .additions = additions,
-      .exclusions = exclusions,
+      .additions = {date(2025, 1, 5)},
+      .exclusions = {date(2024, 12, 25), date(2024, 12, 26)},
   };
   // Escaped characters, and euro signs (three octets each) where the lines fold.
   std::string summary = "Stand-up; Zeitzonen, Sommerzeit \\ und Größe:\n";
@@ -136,8 +135,10 @@ TEST(QuandaCalendarExport, ADateUntilBecomesItsOccurrenceAndErrorsNameTheWriter)
                                  QuandaAbstractNaturalTimeOfDay::make(9, 30, 0).value(),
                                  "Europe/Berlin");
   const auto first = QuandaAbstractDate::make(2024, 7, 1).value();
-  const auto bounded = makeVCalendar(berlin, {.start = first, .rule = "FREQ=DAILY;UNTIL=20240710"},
-                                     first, {.uid = "u"}, test.adapter);
+  const auto bounded = makeVCalendar(
+      berlin,
+      {.start = first, .rule = "FREQ=DAILY;UNTIL=20240710", .additions = {}, .exclusions = {}},
+      first, {.uid = "u"}, test.adapter);
   ASSERT_TRUE(bounded) << bounded.error();
   const Component parsed(icalparser_parse_string(bounded.value().c_str()));
   ASSERT_NE(parsed, nullptr);
@@ -152,13 +153,48 @@ TEST(QuandaCalendarExport, ADateUntilBecomesItsOccurrenceAndErrorsNameTheWriter)
   const QuandaOccurrences nowhere(makeDateMaskFromSyntax("every day").value(),
                                   QuandaAbstractNaturalTimeOfDay::zero, "Nowhere/City");
   const auto start = QuandaAbstractDate::make(2024, 1, 1).value();
-  const auto failed =
-      makeVCalendar(nowhere, {.start = start, .rule = "FREQ=DAILY"}, start,
-                    {.uid = "x", .stamp = QuandaLogicTimeInterval::zero}, test.adapter);
+  const auto failed = makeVCalendar(
+      nowhere, {.start = start, .rule = "FREQ=DAILY", .additions = {}, .exclusions = {}}, start,
+      {.uid = "x", .stamp = QuandaLogicTimeInterval::zero}, test.adapter);
   ASSERT_FALSE(failed);
   EXPECT_EQ(failed.error().functionName(),
             "makeVCalendar(occurrences:recurrence:through:event:calendarAdapter:)");
   EXPECT_EQ(failed.error().innermost().message(), "Failed to create timezone");
+}
+
+TEST(QuandaCalendarExport, ExportedRulesReadBackAsTheirOwnRuleAndStart) {
+  TestAdapter test;
+  const auto start = QuandaAbstractDate::make(2024, 1, 1).value();
+  for (const char* text : {"last fri", "mon,wed,fri", "2nd sun", "every 2 weeks from 2024-01-03",
+                           "day 15 except 2024-03-01..2024-03-31"}) {
+    SCOPED_TRACE(text);
+    const auto mask = makeDateMaskFromSyntax(text).value();
+    const auto rule =
+        QuandaRecurrenceRule::exporting(*mask, start, QuandaDayOfGregorianWeek::monday);
+    ASSERT_TRUE(rule) << rule.error();
+    const QuandaOccurrences occurrences(
+        mask, QuandaAbstractNaturalTimeOfDay::make(9, 30, 0).value(), "America/New_York");
+    const auto file = makeVCalendar(occurrences, rule.value(), start.addingDays(365), {.uid = text},
+                                    test.adapter);
+    ASSERT_TRUE(file) << file.error();
+    const Component calendar(icalparser_parse_string(file.value().c_str()));
+    ASSERT_NE(calendar, nullptr);
+    EXPECT_EQ(icalcomponent_count_errors(calendar.get()), 0) << file.value();
+    icalcomponent* event = icalcomponent_get_first_component(calendar.get(), ICAL_VEVENT_COMPONENT);
+    icalrecurrencetype expected = icalrecurrencetype_from_string(rule.value().rule.c_str());
+    icalrecurrencetype read =
+        icalproperty_get_rrule(icalcomponent_get_first_property(event, ICAL_RRULE_PROPERTY));
+    EXPECT_EQ(std::string(icalrecurrencetype_as_string(&read)),
+              icalrecurrencetype_as_string(&expected));
+    const icaltimetype dtstart = icalcomponent_get_dtstart(event);
+    EXPECT_EQ(QuandaAbstractDate::make(static_cast<std::uint16_t>(dtstart.year),
+                                       static_cast<std::uint8_t>(dtstart.month),
+                                       static_cast<std::uint8_t>(dtstart.day))
+                  .value(),
+              rule.value().start);
+    EXPECT_EQ(icalcomponent_count_properties(event, ICAL_EXDATE_PROPERTY),
+              static_cast<int>(rule.value().exclusions.size()));
+  }
 }
 
 }  // namespace

@@ -70,6 +70,7 @@ TEST(QuandaMaskOccurrences, IcsIsAFileLibicalReadsAndErrorsEndAsElsewhere) {
   ASSERT_NE(event, nullptr);
   EXPECT_STREQ(icaltime_as_ical_string(icalcomponent_get_dtstart(event)), "20240114T023000");
   EXPECT_STREQ(icalcomponent_get_summary(event), "2nd sun");
+  EXPECT_NE(icalcomponent_get_first_property(event, ICAL_RRULE_PROPERTY), nullptr);
   EXPECT_NE(icalcomponent_get_first_component(calendar, ICAL_VTIMEZONE_COMPONENT), nullptr);
   icalcomponent_free(calendar);
 
