@@ -56,6 +56,7 @@
 #include "Quanda/TimeSpans/QuandaRealTimeSpan.h"
 
 // Date masks
+#include "Quanda/DateMasks/QuandaCalendarExport.h"
 #include "Quanda/DateMasks/QuandaCountCycle.h"
 #include "Quanda/DateMasks/QuandaCyclePattern.h"
 #include "Quanda/DateMasks/QuandaDateMaskArchive.h"
@@ -75,6 +76,8 @@
 #include "Quanda/DateMasks/QuandaMonthsOfYearDateMask.h"
 #include "Quanda/DateMasks/QuandaImportedRecurrence.h"
 #include "Quanda/DateMasks/QuandaNotDateMask.h"
+#include "Quanda/DateMasks/QuandaOccurrence.h"
+#include "Quanda/DateMasks/QuandaOccurrences.h"
 #include "Quanda/DateMasks/QuandaRecurrenceRule.h"
 #include "Quanda/DateMasks/QuandaOrdinalSet.h"
 #include "Quanda/DateMasks/QuandaReverseDaysOfMonthDateMask.h"

@@ -92,6 +92,47 @@ KeelResult<QuandaTimezoneDatabase::Offset> QuandaTimezoneDatabase::offset(
   return Offset{info.offset, info.is_dst, info.zone_abbr};
 }
 
+KeelResult<std::vector<QuandaTimezoneDatabase::Transition>> QuandaTimezoneDatabase::transitions(
+    std::string_view timezoneIdentifier, KeelDate from, KeelDate to) {
+  constexpr std::string_view function = "transitions(timezoneIdentifier:from:to:)";
+  for (const KeelDate end : {from, to}) {
+    if (const auto checked = offset(timezoneIdentifier, end); !checked) {
+      return KeelError::wrap(checked.error(),
+                             {{"timezoneIdentifier", timezoneIdentifier},
+                              {"from", quanda_adapting::describeInstant(from)},
+                              {"to", quanda_adapting::describeInstant(to)}},
+                             path, function);
+    }
+  }
+  const absl::TimeZone zone = *quanda_adapting::loadSystemTimezone(timezoneIdentifier);
+  const auto instant = [](KeelDate date) {
+    return absl::UnixEpoch() + absl::Seconds(date.time_since_epoch().count());
+  };
+  const auto offsetAt = [&zone](absl::Time time) {
+    const absl::TimeZone::CivilInfo info = zone.At(time);
+    return Offset{info.offset, info.is_dst, info.zone_abbr};
+  };
+  const absl::Time first = instant(std::min(from, to));
+  const absl::Time last = instant(std::max(from, to));
+  std::vector<Transition> found;
+  absl::TimeZone::CivilTransition civil;
+  // The search starts just before the last change at or before `first` (PrevTransition looks
+  // strictly before the time it is given), or before the zone's first change when it has none.
+  absl::Time cursor = absl::InfinitePast();
+  if (zone.PrevTransition(first + absl::Seconds(1), &civil)) {
+    cursor = zone.At(civil.to).trans - absl::Seconds(1);
+  }
+  while (zone.NextTransition(cursor, &civil)) {
+    const absl::Time change = zone.At(civil.to).trans;
+    if (change > last || change <= cursor) break;
+    found.push_back(
+        {KeelDate(KeelDate::duration(absl::ToDoubleSeconds(change - absl::UnixEpoch()))),
+         offsetAt(change - absl::Seconds(1)), offsetAt(change)});
+    cursor = change;
+  }
+  return found;
+}
+
 std::optional<absl::TimeZone> quanda_adapting::loadSystemTimezone(std::string_view identifier) {
   // Checked first: the loader would also read paths, "localtime" and "posixrules".
   if (!QuandaTimezoneDatabase::contains(identifier)) return std::nullopt;

@@ -12,6 +12,7 @@
 #include "tools/quanda/QuandaCommand.h"
 #include "tools/quanda/QuandaDevice.h"
 #include "tools/quanda/QuandaMaskGrammar.h"
+#include "tools/quanda/QuandaMaskOccurrences.h"
 #include "tools/quanda/QuandaOptions.h"
 
 namespace {
@@ -24,6 +25,9 @@ struct Arguments {
   std::uint32_t count = 10;
   QuandaDayOfGregorianWeek firstDay = QuandaDayOfGregorianWeek::monday;
   bool json = false;
+  // --at, --zone, --ics: the occurrences as instants (QuandaMaskOccurrences.h).
+  std::string at, zone = "local";
+  bool ics = false;
 };
 
 void printDate(QuandaAbstractDate date, std::ostream& out) {
@@ -43,9 +47,33 @@ KeelResult<QuandaAbstractDate> fromToday() {
   return now.value().date().tryAddingDays(-1).value_or(QuandaAbstractDate::validRange.min());
 }
 
+// The occurrences as instants: the dates read here, the rest by QuandaMaskOccurrences.
+QuandaOutcome runOccurrences(const Arguments& arguments,
+                             std::shared_ptr<const QuandaDateMasking> mask, std::ostream& out) {
+  QuandaMaskOccurrencesRequest request{.mask = std::move(mask),
+                                       .rule = arguments.rule,
+                                       .firstDay = arguments.firstDay,
+                                       .at = arguments.at,
+                                       .zone = arguments.zone,
+                                       .count = arguments.count,
+                                       .ics = arguments.ics};
+  if (!arguments.after.empty()) {
+    const auto after = readDate(arguments.after, "--after");
+    if (!after) return after.error();
+    request.after = after.value();
+  }
+  if (!arguments.before.empty()) {
+    const auto before = readDate(arguments.before, "--before");
+    if (!before) return before.error();
+    request.before = before.value();
+  }
+  return printQuandaMaskOccurrences(request, out);
+}
+
 QuandaOutcome run(const Arguments& arguments, std::ostream& out) {
   const auto mask = makeDateMaskFromSyntaxOrArchive(arguments.rule);
   if (!mask) return KeelError::wrap(mask.error(), {{"rule", arguments.rule}}, path, "mask");
+  if (!arguments.at.empty()) return runOccurrences(arguments, mask.value(), out);
   const QuandaDateMasking& rule = *mask.value();
   const bool range = !arguments.from.empty();
   const bool backward = !arguments.before.empty();
@@ -107,6 +135,15 @@ QuandaRun declare(CLI::App& command) {
                         "How many matches --after, --before or from today lists (10)");
   addQuandaFirstDayOption(command, arguments->firstDay);
   command.add_flag("--json", arguments->json, "Also prints the rule's tagged JSON archive");
+  CLI::Option* at = command
+                        .add_option("--at", arguments->at,
+                                    "Lists the occurrences at this time of day as instants")
+                        ->option_text("TIME");
+  command.add_option("--zone", arguments->zone, "... in this zone (local)")
+      ->option_text("ZONE")
+      ->needs(at);
+  command.add_flag("--ics", arguments->ics, "... as an iCalendar file")->needs(at);
+  at->excludes(from)->excludes(to);
   return [arguments](std::ostream& out) { return run(*arguments, out); };
 }
 
@@ -118,7 +155,11 @@ const bool registered = registerQuandaCommand({
         "(--json shows the rule's archive). --first-day sets the first day of the week (only\n"
         "week cycles use it).\n"
         "The rule is a tagged JSON archive ({\"kind\": ..., \"mask\": ...}) or the short "
-        "syntax:\n" QUANDA_MASK_GRAMMAR,
+        "syntax:\n" QUANDA_MASK_GRAMMAR
+        "--at lists the occurrences at a time of day (hh:mm or hh:mm:ss) as instants in --zone (a\n"
+        "tz database name, utc or local): the wall clock, the instant in UTC and the offset; by\n"
+        "default the next --count from now. A wall time the zone skips moves forward by the gap;\n"
+        "one it repeats is the earlier instant. --ics writes them as an iCalendar file.\n",
     .declare = declare,
     .demonstrations = {{.args = {"2nd tue", "--count", "3"}},
                        {.args = {"last fri", "--before", "2024-06-01", "--count", "3"}},
@@ -130,6 +171,8 @@ const bool registered = registerQuandaCommand({
                                  "--count", "2", "--first-day", "sun"}},
                        {.args = {R"({"kind":"daysOfMonth","mask":{"oneBasedOrdinals":[31]}})",
                                  "--after", "2024-01-01", "--count", "2"}},
+                       {.args = {"last fri", "--at", "09:30", "--zone", "Europe/Berlin", "--after",
+                                 "2024-02-01", "--count", "3"}},
                        {.args = {"every 0 days from 2024-01-01"}, .refused = true}},
 });
 
