@@ -207,21 +207,3 @@ KeelResult<std::string> makeVCalendar(const QuandaOccurrences& occurrences,
   }
   return text;
 }
-
-std::string foldVCalendarLine(std::string_view line) {
-  constexpr std::size_t octets = 75;
-  std::string folded;
-  folded.reserve(line.size() + line.size() / 70 * 3 + 2);
-  std::size_t limit = octets;  // the first line has 75 octets, the others a space and 74
-  while (line.size() > limit) {
-    std::size_t cut = limit;
-    while (cut > 0 && (static_cast<unsigned char>(line[cut]) & 0xC0U) == 0x80U) --cut;
-    folded.append(line.substr(0, cut));
-    folded += "\r\n ";
-    line.remove_prefix(cut);
-    limit = octets - 1;
-  }
-  folded.append(line);
-  folded += "\r\n";
-  return folded;
-}

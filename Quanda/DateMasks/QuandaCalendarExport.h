@@ -55,7 +55,3 @@ KeelResult<std::string> makeVCalendar(const QuandaOccurrences& occurrences,
                                       const QuandaRecurrenceRule& recurrence,
                                       QuandaAbstractDate through, const QuandaCalendarEvent& event,
                                       QuandaCalendarAdapting& calendarAdapter);
-
-// The content line folded as RFC 5545 folds it: CRLF after each run of 75 octets (fewer where a
-// UTF-8 sequence would be cut) and a space before each continuation, with the closing CRLF.
-std::string foldVCalendarLine(std::string_view line);

@@ -561,6 +561,24 @@ std::string unfolded(std::string_view text) {
 
 }  // namespace
 
+std::string foldVCalendarLine(std::string_view line) {
+  constexpr std::size_t octets = 75;
+  std::string folded;
+  folded.reserve(line.size() + line.size() / 70 * 3 + 2);
+  std::size_t limit = octets;  // the first line has 75 octets, the others a space and 74
+  while (line.size() > limit) {
+    std::size_t cut = limit;
+    while (cut > 0 && (static_cast<unsigned char>(line[cut]) & 0xC0U) == 0x80U) --cut;
+    folded.append(line.substr(0, cut));
+    folded += "\r\n ";
+    line.remove_prefix(cut);
+    limit = octets - 1;
+  }
+  folded.append(line);
+  folded += "\r\n";
+  return folded;
+}
+
 std::string QuandaRecurrenceRule::text() const {
   std::string result = "DTSTART;VALUE=DATE:" + compactDate(start) + "\r\nRRULE:" + rule + "\r\n";
   const auto addLine = [&](std::string_view name, const std::vector<QuandaAbstractDate>& dates) {
@@ -569,12 +587,7 @@ std::string QuandaRecurrenceRule::text() const {
     for (std::size_t index = 0; index < dates.size(); ++index) {
       line += (index == 0 ? "" : ",") + compactDate(dates[index]);
     }
-    // Folded into lines of at most 75 octets, each continuation starting with a space.
-    for (std::size_t at = 0; at < line.size(); at += at == 0 ? 75 : 74) {
-      if (at != 0) result += ' ';
-      result += line.substr(at, at == 0 ? 75 : 74);
-      result += "\r\n";
-    }
+    result += foldVCalendarLine(line);
   };
   addLine("RDATE", additions);
   addLine("EXDATE", exclusions);
@@ -639,6 +652,12 @@ KeelResult<QuandaRecurrenceRule> QuandaRecurrenceRule::exporting(
       return *error;
     }
   }
+  // The recurrence set is (RRULE and RDATE) less EXDATE, so a date that an added range brings
+  // back is not left out.
+  std::erase_if(result.exclusions, [&](QuandaAbstractDate date) {
+    return std::any_of(added.begin(), added.end(),
+                       [&](const Mask& dates) { return dates->matches(date, firstDayOfWeek); });
+  });
   if (result.exclusions.size() + result.additions.size() > mostListedDates) {
     return inexpressible(mask, "more than 1000 dates to add or leave out");
   }

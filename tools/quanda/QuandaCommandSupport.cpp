@@ -51,7 +51,8 @@ void printQuandaError(const KeelError& error, std::ostream& err, bool verbose) {
     };
     const std::string* part = explained("part");
     const std::string* reason = explained("reason");
-    if (part != nullptr && reason != nullptr) err << ": \"" << *part << "\": " << *reason;
+    if (part != nullptr && !part->empty()) err << ": \"" << *part << '"';
+    if (reason != nullptr) err << ": " << *reason;
     err << '\n';
     return;
   }

@@ -228,6 +228,10 @@ TEST(QuandaRecurrenceRule, TextAndRefusals) {
       {"mon except 2024-01-08",
        "DTSTART;VALUE=DATE:20240101\r\nRRULE:FREQ=WEEKLY;WKST=MO;BYDAY=MO\r\n"
        "EXDATE;VALUE=DATE:20240108\r\n"},
+      // EXDATE wins over the rule and RDATE alike, so a date brought back is not left out.
+      {"(mon except 2024-01-08..2024-01-22) or 2024-01-15",
+       "DTSTART;VALUE=DATE:20240101\r\nRRULE:FREQ=WEEKLY;WKST=MO;BYDAY=MO\r\n"
+       "EXDATE;VALUE=DATE:20240108,20240122\r\n"},
       {"every 2 years from 2024-03 on 14",
        "DTSTART;VALUE=DATE:20240314\r\nRRULE:FREQ=MONTHLY;INTERVAL=24;WKST=MO;BYMONTHDAY=14\r\n"},
   };
