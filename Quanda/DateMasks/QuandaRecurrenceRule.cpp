@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <map>
 #include <set>
 
@@ -679,6 +680,10 @@ KeelResult<QuandaImportedRecurrence> QuandaRecurrenceRule::importing(
   for (std::string line : quanda_detail::splitKeepingEmpty(lines, '\n')) {
     if (!line.empty() && line.back() == '\r') line.pop_back();
     if (line.empty()) continue;
+    // Names and values of these lines are case-insensitive (the dates are digits).
+    std::transform(line.begin(), line.end(), line.begin(), [](unsigned char character) {
+      return static_cast<char>(std::toupper(character));
+    });
     const std::size_t colon = line.find(':');
     const std::string name = line.substr(0, std::min(colon, line.find(';')));
     if (name == "DTSTART") {

@@ -35,13 +35,14 @@
 // ordinals, BYMONTHDAY positive and negative, BYMONTH, BYSETPOS beside a BYDAY of one weekday
 // without ordinal in a monthly rule or a yearly rule of one BYMONTH (the n-th such weekday of the
 // month), WKST, COUNT and UNTIL (dates), and a
-// DTSTART of the date form, into a mask of existing kinds: the cycles anchored at the start (a
-// monthly or yearly interval becomes a month cycle), the BY parts as the month-local masks, and a
-// date range from the start to UNTIL, or to the COUNT-th occurrence. A date DTSTART the rule does
-// not produce is not an occurrence (the mask holds the rule's dates from it on). Anything else
-// (BYHOUR, BYYEARDAY, BYWEEKNO, a date-time, an ordinal weekday in a yearly rule without
-// BYMONTH, ...) is refused with "Unsupported recurrence rule part" naming it, and a text that is
-// not a rule at all with "Unreadable recurrence rule"; nothing is ignored.
+// DTSTART of the date form (names and values in any case), into a mask of existing kinds: the
+// cycles anchored at the start (a monthly or yearly interval becomes a month cycle), the BY parts
+// as the month-local masks, and a date range from the start to UNTIL, or to the COUNT-th
+// occurrence. A date DTSTART the rule does not produce is not an occurrence (the mask holds the
+// rule's dates from it on). Anything else (BYHOUR, BYYEARDAY, BYWEEKNO, a date-time, an ordinal
+// weekday in a yearly rule without BYMONTH, ...) is refused with "Unsupported recurrence rule part"
+// naming it, and a text that is not a rule at all with "Unreadable recurrence rule"; nothing is
+// ignored.
 #pragma once
 
 #include <optional>
