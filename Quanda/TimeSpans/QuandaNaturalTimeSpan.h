@@ -61,6 +61,15 @@ class QuandaNaturalTimeSpan
   // Both counts are taken as signed 64-bit values first: a count of 2^63 or more stops the
   // process.
   KeelResult<QuandaNaturalTimeSpan> subtract(QuandaNaturalTimeSpan other) const;
+  // subtract without the stop: nothing where subtract would stop (a count of 2^63 or more),
+  // else its result.
+  std::optional<KeelResult<QuandaNaturalTimeSpan>> trySubtract(QuandaNaturalTimeSpan other) const {
+    if (!keel::tryNarrow<std::int64_t>(seconds()) ||
+        !keel::tryNarrow<std::int64_t>(other.seconds())) {
+      return std::nullopt;
+    }
+    return subtract(other);
+  }
 };
 
 inline constexpr QuandaNaturalTimeSpan QuandaNaturalTimeSpan::zero{0};

@@ -92,8 +92,7 @@ KeelResult<Span> refusedWhereNothing(const std::optional<Span>& result, const Sp
   return outsideTheRange(span.description(), step);
 }
 
-// The span moved by amount * unit seconds, through the kind's try... forms (and the library's
-// subtract for a natural span moving back).
+// The span moved by amount * unit seconds, through the kind's try... forms.
 template <class Span>
 KeelResult<Span> added(Span span, const QuandaStep& step, Amount<Span> amount) {
   const std::int64_t unit = unitSeconds(step.option);
@@ -113,12 +112,9 @@ KeelResult<Span> added(Span span, const QuandaStep& step, Amount<Span> amount) {
             : std::nullopt;
     if (!magnitude) return outsideTheRange(span.description(), step);
     if (amount < 0) {
-      // subtract takes counts that are signed 64-bit values too, and stops on others.
-      if (!keel::tryNarrow<std::int64_t>(span.seconds()) ||
-          !keel::tryNarrow<std::int64_t>(*magnitude)) {
-        return outsideTheRange(span.description(), step);
-      }
-      return span.subtract(Natural(*magnitude));
+      auto moved = span.trySubtract(Natural(*magnitude));
+      if (!moved) return outsideTheRange(span.description(), step);
+      return *std::move(moved);
     }
     return refusedWhereNothing(span.tryAdding(Natural(*magnitude)), span, step);
   }

@@ -93,6 +93,12 @@ TEST(QuandaNaturalTimeSpanDeathTests, DifferencesHaltFromTwoTo63) {
   EXPECT_DEATH(QuandaNaturalTimeSpan::zero.absoluteDifference(big), "does not fit");
   EXPECT_DEATH((void)big.subtract(QuandaNaturalTimeSpan(1)), "does not fit");
   EXPECT_DEATH((void)QuandaNaturalTimeSpan(1).subtract(big), "does not fit");
+  // The refusing form answers nothing exactly where subtract stops, and its result elsewhere.
+  EXPECT_FALSE(big.trySubtract(QuandaNaturalTimeSpan(1)));
+  EXPECT_FALSE(QuandaNaturalTimeSpan(1).trySubtract(big));
+  const QuandaNaturalTimeSpan top(twoTo63 - 1);
+  EXPECT_EQ(top.trySubtract(top)->value(), QuandaNaturalTimeSpan::zero);
+  EXPECT_FALSE(QuandaNaturalTimeSpan(1).trySubtract(top)->hasValue());
 }
 
 }  // namespace
