@@ -21,8 +21,8 @@
 #include <cstdint>
 #include <functional>
 #include <iosfwd>
-#include <optional>
 #include <limits>
+#include <optional>
 
 #include "Keel/KeelHash.h"
 #include "Keel/KeelPrecision.h"
